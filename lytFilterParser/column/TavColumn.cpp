@@ -1,0 +1,118 @@
+#include "lytFilterParser/column/TavColumn.h"
+
+#include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/detail/ValueTypeTable.h"
+
+using lytFilterParser::detail::fail;
+
+namespace {
+
+struct AccWord {
+  const char* keyword;
+  TavAccType code;
+};
+
+// What the reader accepts, in its order of comparison (exact match).
+constexpr AccWord kAccRead[] = {
+    {"acc=replace", TAV_ACC_REPLACE}, {"acc=rate", TAV_ACC_RATE}, {"acc=new", TAV_ACC_NEW},
+    {"acc=sum", TAV_ACC_SUM},         {"acc=concurrent", TAV_ACC_CONCURRENT}, {"acc=min", TAV_ACC_MIN},
+    {"acc=max", TAV_ACC_MAX},         {"acc=lineUtil", TAV_ACC_LINEUTIL},
+};
+
+// What the writer writes, by code; the second concurrent kind shares the keyword.
+constexpr const char* kAccWritten[] = {
+    "acc=replace ", "acc=rate ", "acc=new ", "acc=sum ", "acc=concurrent ",
+    "acc=concurrent ", "acc=min ", "acc=max ", "acc=lineUtil ",
+};
+
+const char* accWritten(TavAccType acc) {
+  const unsigned index = static_cast<unsigned>(acc);
+  return index < sizeof kAccWritten / sizeof kAccWritten[0] ? kAccWritten[index] : "";
+}
+
+}  // namespace
+
+TavColumn::TavColumn(KeyOrValue role, TavValType type, TavAccType acc, const TavEntityArray& list,
+                     const TavColumnFilter& filter)
+    : keyOrValue(role), valueType(type), accType(acc), entities(list), columnFilter(filter) {}
+
+TavColumn::TavColumn(KeyOrValue role, TavValType type, TavAccType acc, const TavColumnFilter& filter)
+    : keyOrValue(role), valueType(type), accType(acc), columnFilter(filter) {}
+
+TavColumn::TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string& sortOption)
+    : keyOrValue(role),
+      valueType(role == TAV_KEY ? TAV_SVC : TAV_AB),
+      accType(role == TAV_KEY ? TAV_ACC_REPLACE : TAV_ACC_RATE) {
+  if (cur == tokens.end()) fail("Expected type at this point but there is no data");
+  valueType = lytFilterParser::getValueType(*cur);
+  ++cur;
+  while (cur != tokens.end()) {
+    const std::string& token = *cur;
+    if (token[0] == '-') break;
+    if (lytFilterParser::detail::contains(token, "acc")) {
+      parseAccumulationMode(tokens, cur);
+    } else if (lytFilterParser::detail::contains(token, "sort")) {
+      sortOption = token;
+      ++cur;
+    } else if (token.find('=') != std::string::npos) {
+      columnFilter.parse(tokens, cur);
+    } else {
+      entities.parse(tokens, cur);
+      // A bracket that closes nothing here stays with the column as an entity.
+      if (cur != tokens.end() && *cur == "]") {
+        entities.add(TavEntity(std::string("]")));
+        ++cur;
+      }
+    }
+  }
+}
+
+TavColumn::~TavColumn() = default;
+
+TavColumn* TavColumn::clone() const { return new TavColumn(keyOrValue, valueType, accType, entities, columnFilter); }
+
+void TavColumn::parseAccumulationMode(strList& tokens, strIter& cur) {
+  if (cur == tokens.end()) fail("Expected type at this point but there is no data");
+  for (const AccWord& word : kAccRead) {
+    if (*cur == word.keyword) {
+      accType = word.code;
+      ++cur;
+      return;
+    }
+  }
+  fail("Invalid accumulation mode: " + *cur);
+}
+
+std::string TavColumn::dumpkeyOrValue() const {
+  if (keyOrValue == TAV_KEY) return "-k ";
+  if (keyOrValue == TAV_VALUE) return "-v ";
+  return "";
+}
+
+std::string TavColumn::dumpAccumulationMode() const { return accWritten(accType); }
+
+void TavColumn::appendTo(std::string& out) const {
+  if (keyOrValue == TAV_KEY) out += "-k ";
+  if (keyOrValue == TAV_VALUE) out += "-v ";
+  const char* keyword = lytFilterParser::detail::valueTypeKeyword(valueType);
+  if (keyword == nullptr) fail("Not a valid argument for type");
+  out += keyword;
+  out += ' ';
+  out += accWritten(accType);
+  columnFilter.appendTo(out);
+  entities.appendTo(out);
+}
+
+std::string TavColumn::dump() const {
+  std::string out;
+  appendTo(out);
+  return out;
+}
+
+void TavColumn::getModuleNames(strList& names) const { entities.getModuleNames(names); }
+
+bool TavColumn::setModuleNames(strIter& oldName, strIter& newName) { return entities.setModuleNames(oldName, newName); }
+
+bool TavColumn::setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd) {
+  return entities.setModuleNames(oldName, oldEnd, newName, newEnd);
+}

@@ -1,0 +1,79 @@
+// One key column (what rows are grouped by) or value column (what is
+// measured): its value type, accumulation mode, entities and options.
+#ifndef LYTFILTERPARSER_COLUMN_TAVCOLUMN_H
+#define LYTFILTERPARSER_COLUMN_TAVCOLUMN_H
+
+#include <string>
+
+#include "lytFilterParser/Export.h"
+#include "lytFilterParser/column/TavColumnFilter.h"
+#include "lytFilterParser/entity/TavEntity.h"
+#include "lytFilterParser/entity/TavEntityArray.h"
+#include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/vocab/ValueType.h"
+
+enum KeyOrValue : int { TAV_KEY = 0, TAV_VALUE = 1 };
+
+enum TavAccType : int {
+  TAV_ACC_REPLACE = 0,
+  TAV_ACC_RATE = 1,
+  TAV_ACC_NEW = 2,
+  TAV_ACC_SUM = 3,
+  TAV_ACC_CONCURRENT = 4,
+  TAV_ACC_CONCURRENT2 = 5,  // kept apart in memory, written as concurrent
+  TAV_ACC_MIN = 6,
+  TAV_ACC_MAX = 7,
+  TAV_ACC_LINEUTIL = 8
+};
+
+class LFP_API TavColumn {
+ public:
+  TavColumn(KeyOrValue role, TavValType type, TavAccType acc, const TavEntityArray& entities,
+            const TavColumnFilter& filter);
+  TavColumn(KeyOrValue role, TavValType type, TavAccType acc, const TavColumnFilter& filter);
+  // Reads a column from the type token on (the "-k"/"-v" already consumed).
+  // A sort token among the options is copied to `sortOption`.
+  TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string& sortOption);
+  TavColumn(const TavColumn& other) = default;
+  TavColumn(TavColumn&& other) noexcept = default;
+  TavColumn& operator=(const TavColumn& other) = default;
+  TavColumn& operator=(TavColumn&& other) noexcept = default;
+  virtual ~TavColumn();
+
+  // A heap copy the caller owns.
+  TavColumn* clone() const;
+
+  // Role, type, mode, options, entities; every item followed by a blank.
+  std::string dump() const;
+  std::string dumpkeyOrValue() const;
+  std::string dumpAccumulationMode() const;
+  // Reads one exact "acc=..." token at the cursor and advances past it.
+  void parseAccumulationMode(strList& tokens, strIter& cur);
+
+  void setKeyOrValue(KeyOrValue role) { keyOrValue = role; }
+  void setValueType(TavValType type) { valueType = type; }
+  void setAccType(TavAccType acc) { accType = acc; }
+  void setColumnFilter(const TavColumnFilter& filter) { columnFilter = filter; }
+  void addEntity(const TavEntity& entity) { entities.add(entity); }
+
+  KeyOrValue getKeyOrValue() const { return keyOrValue; }
+  TavValType getValueType() const { return valueType; }
+  TavAccType getAccType() const { return accType; }
+  const TavEntityArray& getEntities() const { return entities; }
+  const TavColumnFilter& getColumnFilter() const { return columnFilter; }
+
+  void getModuleNames(strList& names) const;
+  bool setModuleNames(strIter& oldName, strIter& newName);
+
+  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN bool setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd);
+
+ private:
+  KeyOrValue keyOrValue;
+  TavValType valueType;
+  TavAccType accType;
+  TavEntityArray entities;
+  TavColumnFilter columnFilter;
+};
+
+#endif

@@ -1,0 +1,31 @@
+#include "lytFilterParser/column/TavColumnArray.h"
+
+void TavColumnArray::appendTo(std::string& out) const {
+  for (const TavColumn& column : columns) column.appendTo(out);
+}
+
+std::string TavColumnArray::dump() const {
+  std::string out;
+  appendTo(out);
+  return out;
+}
+
+void TavColumnArray::getModuleNames(strList& names) const {
+  for (const TavColumn& column : columns) column.getModuleNames(names);
+}
+
+bool TavColumnArray::setModuleNames(strIter& oldName, strIter& newName) {
+  bool all = true;
+  for (TavColumn& column : columns) {
+    if (!column.setModuleNames(oldName, newName)) all = false;
+  }
+  return all;
+}
+
+bool TavColumnArray::setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd) {
+  bool all = true;
+  for (TavColumn& column : columns) {
+    if (!column.setModuleNames(oldName, oldEnd, newName, newEnd)) all = false;
+  }
+  return all;
+}

@@ -1,0 +1,42 @@
+// The key columns or the value columns of one request, in reading order.
+#ifndef LYTFILTERPARSER_COLUMN_TAVCOLUMNARRAY_H
+#define LYTFILTERPARSER_COLUMN_TAVCOLUMNARRAY_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "lytFilterParser/Export.h"
+#include "lytFilterParser/column/TavColumn.h"
+#include "lytFilterParser/request/TokenList.h"
+
+class LFP_API TavColumnArray {
+ public:
+  typedef std::vector<TavColumn>::iterator iterator;
+  typedef std::vector<TavColumn>::const_iterator const_iterator;
+
+  // Every column's text, nothing between them.
+  std::string dump() const;
+  void getModuleNames(strList& names) const;
+  // Runs every column, also after a failure; true when all succeeded.
+  bool setModuleNames(strIter& oldName, strIter& newName);
+
+  void push_back(const TavColumn& column) { columns.push_back(column); }
+  void push_back(TavColumn&& column) { columns.push_back(std::move(column)); }
+  std::size_t size() const { return columns.size(); }
+  bool empty() const { return columns.empty(); }
+  TavColumn& operator[](std::size_t i) { return columns[i]; }
+  const TavColumn& operator[](std::size_t i) const { return columns[i]; }
+  iterator begin() { return columns.begin(); }
+  iterator end() { return columns.end(); }
+  const_iterator begin() const { return columns.begin(); }
+  const_iterator end() const { return columns.end(); }
+
+  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN bool setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd);
+
+ private:
+  std::vector<TavColumn> columns;
+};
+
+#endif

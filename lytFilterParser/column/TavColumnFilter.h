@@ -1,0 +1,49 @@
+// The per-column options that narrow what a key or value column counts:
+// direction, encrypted, compressed or citrix-print traffic, and url part.
+// Written as name=value tokens behind the column's type.
+#ifndef LYTFILTERPARSER_COLUMN_TAVCOLUMNFILTER_H
+#define LYTFILTERPARSER_COLUMN_TAVCOLUMNFILTER_H
+
+#include <string>
+
+#include "lytFilterParser/Export.h"
+#include "lytFilterParser/request/TokenList.h"
+
+class LFP_API TavColumnFilter {
+ public:
+  // Codes of the yes/no options; direction uses 0 in, 1 out, 2 both.
+  enum { NO = 0, YES = 1, BOTH = 2 };
+  // Codes of the url mode.
+  enum { URL_FULL = 0, URL_HOST = 1, URL_PATH = 2, URL_SCHEME = 3, URL_HOST_PATH = 4, URL_SCHEME_HOST = 5 };
+
+  // No restriction: everything "both", url mode "full".
+  TavColumnFilter() = default;
+  TavColumnFilter(int encryption, int compression, int direction, int citrixPrint, int urlMode);
+  TavColumnFilter(const TavColumnFilter& other) = default;
+  TavColumnFilter& operator=(const TavColumnFilter& other) = default;
+
+  // Reads one option token at the cursor and advances past it.
+  void parse(strList& tokens, strIter& cur);
+  // The options that restrict anything, each followed by a blank.
+  std::string dump() const;
+
+  int getEncryptionMode() const { return encryptionMode; }
+  int getCompressionMode() const { return compressionMode; }
+  int getDirection() const { return direction; }
+  int getCitrixPrintMode() const { return citrixPrintMode; }
+  int getUrlMode() const { return urlMode; }
+  // True when any of encryption, compression, direction or citrix-print
+  // differs from "both".
+  bool restrictsTraffic() const;
+
+  LFP_HIDDEN void appendTo(std::string& out) const;
+
+ private:
+  int encryptionMode = BOTH;
+  int compressionMode = BOTH;
+  int direction = BOTH;
+  int citrixPrintMode = BOTH;
+  int urlMode = URL_FULL;
+};
+
+#endif

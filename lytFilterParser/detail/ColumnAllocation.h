@@ -1,0 +1,21 @@
+// The column catalogue's allocation state, for callers that must hold it
+// across one request's reset and allocations.
+#ifndef LYTFILTERPARSER_DETAIL_COLUMNALLOCATION_H
+#define LYTFILTERPARSER_DETAIL_COLUMNALLOCATION_H
+
+#include <mutex>
+
+#include "lytFilterParser/Export.h"
+#include "lytFilterParser/vocab/ValueType.h"
+
+namespace lytFilterParser {
+namespace detail {
+
+LFP_HIDDEN std::mutex& columnAllocationMutex();
+// getNextOpenKovaCoulmn without taking the lock; the caller holds it.
+LFP_HIDDEN int nextOpenColumnLocked(QULET_VT type);
+
+}  // namespace detail
+}  // namespace lytFilterParser
+
+#endif

@@ -1,0 +1,52 @@
+// Small helpers shared by the readers and writers. Internal: not installed.
+#ifndef LYTFILTERPARSER_DETAIL_TEXT_H
+#define LYTFILTERPARSER_DETAIL_TEXT_H
+
+#include <climits>
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+#include "lytFilterParser/request/Assert.h"
+
+namespace lytFilterParser {
+namespace detail {
+
+// Raises a fault through Assert; tells the compiler that control ends here.
+[[noreturn]] inline void fail(std::string message) {
+  Assert(false, std::move(message));
+  std::abort();  // not reached: Assert(false, ...) always throws
+}
+
+inline bool contains(const std::string& token, const char* word) {
+  return token.find(word) != std::string::npos;
+}
+
+inline bool startsWith(const std::string& token, const char* prefix) {
+  return token.rfind(prefix, 0) == 0;
+}
+
+// Reads a decimal integer the way the C library's atoi does (leading blanks
+// and a sign allowed, reading stops at the first other character, no digits
+// gives 0), but saturates at the int range instead of overflowing.
+inline int readInt(const std::string& text, std::size_t from) {
+  if (from >= text.size()) return 0;
+  const char* p = text.c_str() + from;
+  while (*p == ' ' || (*p >= '\t' && *p <= '\r')) ++p;
+  bool negative = false;
+  if (*p == '+' || *p == '-') negative = (*p++ == '-');
+  long long value = 0;
+  for (; *p >= '0' && *p <= '9'; ++p) {
+    value = value * 10 + (*p - '0');
+    if (value > static_cast<long long>(INT_MAX) + 1) value = static_cast<long long>(INT_MAX) + 1;
+  }
+  if (negative) value = -value;
+  if (value > INT_MAX) value = INT_MAX;
+  if (value < INT_MIN) value = INT_MIN;
+  return static_cast<int>(value);
+}
+
+}  // namespace detail
+}  // namespace lytFilterParser
+
+#endif

@@ -1,0 +1,47 @@
+#include "lytFilterParser/entity/TavEntity.h"
+
+#include <utility>
+
+namespace {
+constexpr char kSeparator[] = "<>";
+}
+
+TavEntity::TavEntity(std::string name_, std::string resolvedName_)
+    : name(std::move(name_)), resolvedName(std::move(resolvedName_)) {}
+
+TavEntity::TavEntity(std::string text) { split(std::move(text)); }
+
+void TavEntity::setFilterString(const std::string& text) { split(std::string(text)); }
+
+void TavEntity::split(std::string&& text) {
+  const std::size_t at = text.find(kSeparator);
+  if (at == std::string::npos) {
+    name = std::move(text);
+    return;
+  }
+  resolvedName.assign(text, at + 2, std::string::npos);
+  text.resize(at);
+  name = std::move(text);
+}
+
+void TavEntity::appendTo(std::string& out) const {
+  out += name;
+  if (!resolvedName.empty()) {
+    out += kSeparator;
+    out += resolvedName;
+  }
+}
+
+std::string TavEntity::dump() const {
+  std::string out;
+  appendTo(out);
+  return out;
+}
+
+std::string TavEntity::dump(const std::string& resolvedName_, const std::string& name_) {
+  return TavEntity(name_, resolvedName_).dump();
+}
+
+bool TavEntity::operator==(const TavEntity& other) const {
+  return resolvedName == other.resolvedName && name == other.name;
+}

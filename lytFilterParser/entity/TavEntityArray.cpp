@@ -1,0 +1,69 @@
+#include "lytFilterParser/entity/TavEntityArray.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "lytFilterParser/detail/Text.h"
+
+TavEntityArray::TavEntityArray(strList& tokens) {
+  entities.reserve(tokens.size());
+  for (const std::string& token : tokens) entities.emplace_back(token);
+}
+
+TavEntityArray::TavEntityArray(strList& tokens, strIter& cursor) { parse(tokens, cursor); }
+
+void TavEntityArray::parse(strList& tokens, strIter& cursor) {
+  while (cursor != tokens.end()) {
+    const std::string& token = *cursor;
+    if (token[0] == '-' || token == "]") break;
+    entities.emplace_back(token);
+    ++cursor;
+  }
+}
+
+void TavEntityArray::appendTo(std::string& out) const {
+  for (const TavEntity& entity : entities) {
+    entity.appendTo(out);
+    out += ' ';
+  }
+}
+
+std::string TavEntityArray::dump() const {
+  std::string out;
+  appendTo(out);
+  return out;
+}
+
+bool TavEntityArray::operator==(const TavEntityArray& other) const {
+  if (entities.size() != other.entities.size()) return false;
+  for (const TavEntity& entity : entities) {
+    if (std::find(other.entities.begin(), other.entities.end(), entity) == other.entities.end()) return false;
+  }
+  return true;
+}
+
+void TavEntityArray::getModuleNames(strList& names) const {
+  for (const TavEntity& entity : entities) names.push_back(entity.getName());
+}
+
+bool TavEntityArray::setModuleNames(strIter& oldName, strIter& newName) {
+  for (TavEntity& entity : entities) {
+    if (entity.getName() != *oldName) lytFilterParser::detail::fail(*oldName);
+    entity.setResolvedName(*newName);
+    ++oldName;
+    ++newName;
+  }
+  return true;
+}
+
+bool TavEntityArray::setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd) {
+  for (TavEntity& entity : entities) {
+    if (oldName == oldEnd) lytFilterParser::detail::fail("setModuleNames: the list of old names is shorter than the module names");
+    if (newName == newEnd) lytFilterParser::detail::fail("setModuleNames: the list of new names is shorter than the module names");
+    if (entity.getName() != *oldName) lytFilterParser::detail::fail(*oldName);
+    entity.setResolvedName(*newName);
+    ++oldName;
+    ++newName;
+  }
+  return true;
+}

@@ -1,0 +1,3 @@
+#include "lytFilterParser/filter/AbstractFilter.h"
+
+AbstractFilter::~AbstractFilter() = default;

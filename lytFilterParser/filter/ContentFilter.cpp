@@ -1,0 +1,29 @@
+#include "lytFilterParser/filter/ContentFilter.h"
+
+#include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/detail/ValueTypeTable.h"
+
+ContentFilter::ContentFilter(strList& tokens, strIter& cur) : ContentFilterBase(tokens, cur) {}
+
+ContentFilter::ContentFilter(TavValType type, bool negated, const TavEntityArray& list)
+    : ContentFilterBase(type, negated, list) {}
+
+ContentFilter::~ContentFilter() = default;
+
+void ContentFilter::appendTo(std::string& out) const {
+  const char* keyword = lytFilterParser::detail::valueTypeKeyword(filterType);
+  if (keyword == nullptr) lytFilterParser::detail::fail("Not a valid argument for type");
+  out += "-f ";
+  out += keyword;
+  out += negation ? " not " : "  ";
+  entities.appendTo(out);
+  out += ' ';
+}
+
+std::string ContentFilter::dump() const {
+  std::string out;
+  appendTo(out);
+  return out;
+}
+
+AbstractFilter* ContentFilter::clone() const { return new ContentFilter(filterType, negation, entities); }

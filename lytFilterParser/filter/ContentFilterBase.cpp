@@ -1,0 +1,51 @@
+#include "lytFilterParser/filter/ContentFilterBase.h"
+
+#include "lytFilterParser/detail/Text.h"
+
+ContentFilterBase::ContentFilterBase() : AtomFilter(TAV_NO_TYPE, false) {}
+
+ContentFilterBase::ContentFilterBase(strList& tokens, strIter& cur) : AtomFilter(TAV_NO_TYPE, false) {
+  ContentFilterBase::parse(tokens, cur);
+}
+
+ContentFilterBase::ContentFilterBase(TavValType type, bool negated, const TavEntityArray& list)
+    : AtomFilter(type, negated), entities(list) {}
+
+ContentFilterBase::~ContentFilterBase() = default;
+
+void ContentFilterBase::parseFilterType(strList& tokens, strIter& cur) {
+  if (cur == tokens.end()) lytFilterParser::detail::fail("Expected type at this point but there is no data");
+  filterType = lytFilterParser::getValueType(*cur);
+  ++cur;
+}
+
+void ContentFilterBase::parseEntities(strList& tokens, strIter& cur) { entities.parse(tokens, cur); }
+
+void ContentFilterBase::parse(strList& tokens, strIter& cur) {
+  parseFilterType(tokens, cur);
+  parseNot(tokens, cur);
+  parseEntities(tokens, cur);
+}
+
+std::string ContentFilterBase::dumpFilterType() const { return lytFilterParser::dumpValueType(filterType); }
+
+std::string ContentFilterBase::dumpEntities() const { return entities.dump(); }
+
+bool ContentFilterBase::compare(const ContentFilterBase& other) const {
+  return filterType == other.filterType && negation == other.negation && entities == other.entities;
+}
+
+bool ContentFilterBase::operator==(const ContentFilterBase& other) const { return compare(other); }
+
+bool ContentFilterBase::takesModuleNames() const {
+  return filterType == TAV_SRC || filterType == TAV_DST || filterType == TAV_IP || filterType == TAV_TUNNEL;
+}
+
+void ContentFilterBase::getModuleNames(strList& names) const {
+  if (takesModuleNames()) entities.getModuleNames(names);
+}
+
+bool ContentFilterBase::setModuleNames(strIter& oldName, strIter& newName) {
+  if (takesModuleNames()) entities.setModuleNames(oldName, newName);
+  return true;
+}

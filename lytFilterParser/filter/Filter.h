@@ -1,0 +1,68 @@
+// The inner node of a filter tree: "and" or "or" over an ordered list of
+// child filters, which it owns. A network request holds one as its root.
+#ifndef LYTFILTERPARSER_FILTER_FILTER_H
+#define LYTFILTERPARSER_FILTER_FILTER_H
+
+#include <list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "lytFilterParser/Export.h"
+#include "lytFilterParser/filter/AbstractFilter.h"
+#include "lytFilterParser/request/TokenList.h"
+
+enum FilterOperator : int { FILTER_AND = 0, FILTER_OR = 1 };
+
+class LFP_API Filter : public AbstractFilter {
+ public:
+  // Compound filters nest at most this deep; the reader refuses deeper text
+  // so that no walk over a tree can exhaust the stack.
+  static constexpr int maxNestingDepth = 128;
+
+  typedef std::vector<std::unique_ptr<AbstractFilter>> Children;
+
+  // An "and" filter without children.
+  Filter();
+  // Reads one compound filter from the operator under the cursor on.
+  Filter(strList& tokens, strIter& cur);
+  // Stores `op` and a clone of every child; the children stay the caller's.
+  Filter(std::list<AbstractFilter*>& children, FilterOperator op);
+  Filter(const Filter& other);
+  // Copies the operator, deletes its own children, then clones the other's:
+  // assigning a filter to itself leaves it without children.
+  Filter& operator=(const Filter& other);
+  ~Filter() override;
+
+  std::string dump() const override;
+  // Checks the children in order; the first failure's message stays in `err`.
+  bool isValid(std::string& err) const override;
+  void getModuleNames(strList& names) const override;
+  bool setModuleNames(strIter& oldName, strIter& newName) override;
+  AbstractFilter* clone() const override;
+
+  // Reads operator, optional "[", the "-f" items and the matching "]".
+  void parse(strList& tokens, strIter& cur);
+  void parseOperator(strList& tokens, strIter& cur);
+  static bool isOperator(const std::string& token);
+  std::string dumpOperator() const;
+  void setOperator(FilterOperator op) { filterOperator = op; }
+  FilterOperator getOperator() const { return filterOperator; }
+  void deleteFilterList();
+
+  const Children& getChildren() const { return children; }
+  // Takes ownership of `child`.
+  void addChild(std::unique_ptr<AbstractFilter> child);
+
+  LFP_HIDDEN void appendTo(std::string& out) const;
+
+ private:
+  LFP_HIDDEN void parseAt(strList& tokens, strIter& cur, int depth);
+  LFP_HIDDEN void cloneChildrenOf(const Filter& other, int depth);
+  LFP_HIDDEN void appendAt(std::string& out, int depth) const;
+
+  FilterOperator filterOperator;
+  Children children;
+};
+
+#endif

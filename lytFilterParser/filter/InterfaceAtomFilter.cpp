@@ -1,0 +1,59 @@
+#include "lytFilterParser/filter/InterfaceAtomFilter.h"
+
+InterfaceAtomFilter::InterfaceAtomFilter(strList& tokens, strIter& cur) : AtomFilter(TAV_INTERFACE, false) {
+  // The factory chose this class by the keyword under the cursor.
+  if (cur != tokens.end()) ++cur;
+  parseNot(tokens, cur);
+  parseInterfaceInfoList(tokens, cur);
+}
+
+InterfaceAtomFilter::InterfaceAtomFilter(const InterfaceInfoList& list, bool negated)
+    : AtomFilter(TAV_INTERFACE, negated), interfaces(list) {}
+
+InterfaceAtomFilter::InterfaceAtomFilter(const InterfaceInfo& item, bool negated) : AtomFilter(TAV_INTERFACE, negated) {
+  interfaces.push_back(item);
+}
+
+InterfaceAtomFilter::~InterfaceAtomFilter() = default;
+
+void InterfaceAtomFilter::parseInterfaceInfoList(strList& tokens, strIter& cur) {
+  while (cur != tokens.end()) {
+    const std::string& token = *cur;
+    if (token[0] == '-' || token == "]") break;
+    interfaces.push_back(InterfaceInfo(tokens, cur));
+    ++cur;
+  }
+}
+
+std::string InterfaceAtomFilter::dumpInterfaceInfoList() const {
+  std::string out;
+  for (const InterfaceInfo& item : interfaces) {
+    out += ' ';
+    item.appendTo(out);
+    out += ' ';
+  }
+  return out;
+}
+
+void InterfaceAtomFilter::appendTo(std::string& out) const {
+  out += negation ? "-f interface not " : "-f interface  ";
+  for (const InterfaceInfo& item : interfaces) {
+    out += ' ';
+    item.appendTo(out);
+    out += ' ';
+  }
+}
+
+std::string InterfaceAtomFilter::dump() const {
+  std::string out;
+  appendTo(out);
+  return out;
+}
+
+void InterfaceAtomFilter::getModuleNames(strList&) const {}
+
+bool InterfaceAtomFilter::setModuleNames(strIter&, strIter&) { return true; }
+
+AbstractFilter* InterfaceAtomFilter::clone() const { return new InterfaceAtomFilter(interfaces, negation); }
+
+std::string InterfaceAtomFilter::dumpFilterType() const { return "interface"; }

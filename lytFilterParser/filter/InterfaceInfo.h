@@ -1,0 +1,44 @@
+// One item of an interface filter: an interface name and the traffic
+// direction on it, written "name", "name,in" or "name,out".
+#ifndef LYTFILTERPARSER_FILTER_INTERFACEINFO_H
+#define LYTFILTERPARSER_FILTER_INTERFACEINFO_H
+
+#include <string>
+
+#include "lytFilterParser/Export.h"
+#include "lytFilterParser/request/TokenList.h"
+
+enum TavFilterDirType : int { TAV_DIR_IN = 0, TAV_DIR_OUT = 1, TAV_DIR_BOTH = 2 };
+
+class LFP_API InterfaceInfo {
+ public:
+  InterfaceInfo(std::string name, TavFilterDirType dir);
+  // Reads the token under the cursor; the cursor does not move.
+  InterfaceInfo(strList& tokens, strIter& cur);
+  InterfaceInfo(const InterfaceInfo& other) = default;
+  InterfaceInfo(InterfaceInfo&& other) noexcept = default;
+  InterfaceInfo& operator=(const InterfaceInfo& other) = default;
+  InterfaceInfo& operator=(InterfaceInfo&& other) noexcept = default;
+
+  bool operator==(const InterfaceInfo& other) const;
+  // By name (byte-wise), then by direction.
+  bool operator<(const InterfaceInfo& other) const;
+
+  virtual std::string dump() const;
+  // Sets the direction from the first character of `suffix`: I/i in, O/o
+  // out, anything else both.
+  void parseDirection(const std::string& suffix);
+  // ",in", ",out" or "".
+  std::string dumpDirection() const;
+
+  const std::string& getName() const { return name; }
+  TavFilterDirType getDirection() const { return direction; }
+
+  LFP_HIDDEN void appendTo(std::string& out) const;
+
+ private:
+  std::string name;
+  TavFilterDirType direction;
+};
+
+#endif

@@ -1,0 +1,11 @@
+#include "lytFilterParser/request/Assert.h"
+
+#include <utility>
+
+namespace lytFilterParser {
+
+void Assert(bool condition, std::string message) {
+  if (!condition) throw std::move(message);
+}
+
+}  // namespace lytFilterParser

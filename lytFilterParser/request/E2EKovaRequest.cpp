@@ -1,0 +1,96 @@
+#include "lytFilterParser/request/E2EKovaRequest.h"
+
+#include <utility>
+
+#include "lytFilterParser/detail/Text.h"
+
+using lytFilterParser::detail::fail;
+
+const KovaColumnInfo E2EKovaRequest::vlColumnArray[] = {
+    {"time", QULET_VT_TIME, 1},
+    {"A2BBandwithBytes", QULET_VT_INT64, 0},
+    {"A2BBandwithPackets", QULET_VT_INT64, 0},
+    {"AfromBBandwithBytes", QULET_VT_INT64, 0},
+    {"AfromBBandwithPackets", QULET_VT_INT64, 0},
+    {"B2ABandwithBytes", QULET_VT_INT64, 0},
+    {"B2ABandwithPackets", QULET_VT_INT64, 0},
+    {"BfromABandwithBytes", QULET_VT_INT64, 0},
+    {"BfromABandwithPackets", QULET_VT_INT64, 0},
+    {"A2BBandwithLossPercent_Bytes", QULET_VT_INT32, 0},
+    {"B2ABandwithLossPercent_Bytes", QULET_VT_INT32, 0},
+    {"A2BBandwithLossPercent_Packets", QULET_VT_INT32, 0},
+    {"B2ABandwithLossPercent_Packets", QULET_VT_INT32, 0},
+    {"RoundTripTime", QULET_VT_INT32, 0},
+    {"diffFromUTC", QULET_VT_MESSAGE_ID, 0},
+};
+
+const int E2EKovaRequest::vlArraySize = sizeof vlColumnArray / sizeof vlColumnArray[0];
+static_assert(sizeof E2EKovaRequest::vlColumnArray / sizeof E2EKovaRequest::vlColumnArray[0] == 15,
+              "virtual-link catalogue has 15 rows");
+
+E2EKovaRequest::E2EKovaRequest(std::string name, tLytpE2eDataType type) : vlName(std::move(name)), dataType(type) {}
+
+E2EKovaRequest::E2EKovaRequest(strList& tokens) : dataType(E2E_DATA_WIRE) {
+  if (tokens.empty()) fail("No virtual link name after vl");
+  strIter cur = tokens.begin();
+  vlName = *cur;
+  ++cur;
+  parseFilter(tokens, cur);
+}
+
+E2EKovaRequest::~E2EKovaRequest() = default;
+
+void E2EKovaRequest::parseFilter(strList& tokens, strIter& cur) {
+  while (cur != tokens.end()) {
+    const std::string& token = *cur;
+    const std::size_t dash = token.find('-');
+    if (dash != std::string::npos && dash + 1 < token.size() && token[dash + 1] == 't') {
+      ++cur;
+      parseDataType(tokens, cur);
+    }
+    ++cur;
+  }
+}
+
+void E2EKovaRequest::parseDataType(strList& tokens, strIter& cur) {
+  if (cur == tokens.end()) fail("No data after direction argument");
+  const char first = (*cur)[0];
+  if (first == 'a') {
+    dataType = E2E_DATA_APPLICATION;
+  } else if (first == 'w') {
+    dataType = E2E_DATA_WIRE;
+  } else {
+    fail("Not a valid argument for dataType");
+  }
+}
+
+std::string E2EKovaRequest::dumpDataType() const {
+  if (dataType == E2E_DATA_WIRE) return "wire";
+  if (dataType == E2E_DATA_APPLICATION) return "application";
+  return "";
+}
+
+std::string E2EKovaRequest::dump() const {
+  std::string out;
+  out.reserve(vlName.size() + 18);
+  out += "vl ";
+  out += vlName;
+  out += " -t ";
+  out += dumpDataType();
+  return out;
+}
+
+std::string E2EKovaRequest::dump(TavVersion version) const {
+  if (version == 3) return dump();
+  if (version <= 0) return "4.1 and under is not supported";
+  return "";
+}
+
+strList E2EKovaRequest::getModuleNames() const { return strList(); }
+
+bool E2EKovaRequest::setModuleNames(strList& oldNames, strList&) { return oldNames.empty(); }
+
+int E2EKovaRequest::getKovaColumnType(int index) {
+  const unsigned row = static_cast<unsigned>(index);
+  return row < static_cast<unsigned>(vlArraySize) ? vlColumnArray[row].type : 0;
+}

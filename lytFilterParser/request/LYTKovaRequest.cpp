@@ -1,0 +1,64 @@
+#include "lytFilterParser/request/LYTKovaRequest.h"
+
+#include <memory>
+
+#include "lytFilterParser/request/E2EKovaRequest.h"
+#include "lytFilterParser/request/NetworkKovaRequest.h"
+
+LYTKovaRequest::~LYTKovaRequest() = default;
+
+void LYTKovaRequest::fillFilterList(strList& tokens, const std::string& text) {
+  const char* const data = text.data();
+  const std::size_t size = text.size();
+  std::size_t pos = 0;
+  for (;;) {
+    while (pos < size && data[pos] == ' ') ++pos;
+    if (pos == size) return;
+    std::size_t end = pos + 1;
+    if (data[pos] != '[' && data[pos] != ']') {
+      while (end < size && data[end] != ' ' && data[end] != '[' && data[end] != ']') ++end;
+    }
+    tokens.emplace_back(data + pos, end - pos);
+    pos = end;
+  }
+}
+
+LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::string& error) {
+  strList tokens;
+  fillFilterList(tokens, text);
+  if (tokens.empty()) return nullptr;
+  try {
+    std::unique_ptr<LYTKovaRequest> request;
+    if (tokens.front() == "vl") {
+      tokens.pop_front();
+      request.reset(new E2EKovaRequest(tokens));
+    } else {
+      request.reset(new NetworkKovaRequest(tokens));
+    }
+    return request.release();
+  } catch (const std::string& message) {
+    error = message;
+    return nullptr;
+  }
+}
+
+std::string LYTKovaRequest::convert(const std::string& text, TavVersion version, std::string& error) {
+  std::string result;
+  strList tokens;
+  fillFilterList(tokens, text);
+  if (tokens.empty()) return result;
+  std::unique_ptr<NetworkKovaRequest> request;
+  try {
+    request.reset(new NetworkKovaRequest(tokens, version));
+  } catch (const std::string& message) {
+    error = message;
+    return result;
+  }
+  // A message thrown while writing reaches the caller; the request is still released.
+  result = request->dump();
+  return result;
+}
+
+std::string LYTKovaRequest::convert(const std::string& text, std::string& error) {
+  return convert(text, TavVersion(2), error);
+}

@@ -1,0 +1,181 @@
+#include "lytFilterParser/request/NetworkKovaRequest.h"
+
+#include <cstdio>
+#include <utility>
+
+#include "lytFilterParser/detail/Text.h"
+
+using lytFilterParser::detail::fail;
+
+NetworkKovaRequest::NetworkKovaRequest(const Filter& filter_, const TavColumnArray& keys_, const TavColumnArray& values_,
+                                       TavSortType sortType_, int sortIndex_)
+    : filter(filter_),
+      keys(keys_),
+      values(values_),
+      sortType(sortType_),
+      sortIndex(sortIndex_),
+      maxUpdates(defaultMaxUpdates) {}
+
+NetworkKovaRequest::NetworkKovaRequest(strList& tokens)
+    : sortType(TAV_SORT_NONE), sortIndex(1), maxUpdates(defaultMaxUpdates) {
+  if (tokens.empty()) return;
+  strIter cur = tokens.begin();
+  parse(tokens, cur);
+}
+
+NetworkKovaRequest::~NetworkKovaRequest() = default;
+
+void NetworkKovaRequest::parse(strList& tokens, strIter& cur) {
+  while (cur != tokens.end()) {
+    const std::string& option = *cur;
+    if (option.size() != 2 || option[0] != '-') fail("Invalid option: " + option);
+    switch (option[1]) {
+      case 'k': {
+        ++cur;
+        std::string ignoredSort;
+        keys.push_back(TavColumn(TAV_KEY, tokens, cur, ignoredSort));
+        break;
+      }
+      case 'v': {
+        ++cur;
+        std::string sortOption;
+        values.push_back(TavColumn(TAV_VALUE, tokens, cur, sortOption));
+        if (!sortOption.empty()) {
+          const TavSortType type = getSortType(sortOption);
+          if (type != TAV_SORT_NONE) {
+            sortType = type;
+            sortIndex = static_cast<int>(values.size());
+          }
+        }
+        break;
+      }
+      case 's':
+        ++cur;
+        parseSort(tokens, cur);
+        break;
+      case 'f':
+        ++cur;
+        parseFilterOption(tokens, cur);
+        break;
+      default:
+        fail("Invalid option: " + option);
+    }
+  }
+}
+
+void NetworkKovaRequest::parseFilterOption(strList& tokens, strIter& cur) {
+  if (cur == tokens.end()) fail("Expected type at this point but there is no data");
+  if (Filter::isOperator(*cur)) {
+    filter.parse(tokens, cur);
+    return;
+  }
+  // A bare atom list: turn "-f A ... -f B ..." into "-f and [ -f A ... -f B ... ]"
+  // so that the compound reader takes every consecutive atom as one conjunction.
+  --cur;
+  cur = tokens.insert(cur, "[");
+  cur = tokens.insert(cur, "and");
+  tokens.insert(cur, "-f");
+  strIter close = cur;
+  while (close != tokens.end() && ((*close)[0] != '-' || *close == "-f")) ++close;
+  tokens.insert(close, "]");
+  filter.parse(tokens, cur);
+}
+
+void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) {
+  if (cur == tokens.end()) fail("Sort type expected");
+  const std::string& type = *cur;
+  if (type == "top") {
+    sortType = TAV_SORT_TOP;
+  } else if (type == "bottom") {
+    sortType = TAV_SORT_BOTTOM;
+  } else if (type == "none") {
+    sortType = TAV_SORT_NONE;
+  } else {
+    fail("Invalid sort type: " + type);
+  }
+  ++cur;
+  sortIndex = 1;
+  maxUpdates = defaultMaxUpdates;
+  while (cur != tokens.end() && (*cur)[0] != '-') {
+    const std::string& option = *cur;
+    if (lytFilterParser::detail::contains(option, "index=")) {
+      // The number is read from where the name would stand at the start.
+      sortIndex = lytFilterParser::detail::readInt(option, 6);
+    } else if (lytFilterParser::detail::contains(option, "updates=")) {
+      const int updates = lytFilterParser::detail::readInt(option, 8);
+      maxUpdates = updates > 0 ? updates : defaultMaxUpdates;
+    } else {
+      fail("Invalid option: " + option);
+    }
+    ++cur;
+  }
+}
+
+TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
+  if (option == "sort=top") return TAV_SORT_TOP;
+  if (option == "sort=bottom") return TAV_SORT_BOTTOM;
+  return TAV_SORT_NONE;
+}
+
+namespace {
+
+void appendNumber(std::string& out, const char* name, int value) {
+  char buffer[16];
+  std::snprintf(buffer, sizeof buffer, "%d ", value);
+  out += name;
+  out += buffer;
+}
+
+}  // namespace
+
+std::string NetworkKovaRequest::dumpSort() const {
+  std::string out;
+  switch (sortType) {
+    case TAV_SORT_TOP: out += "-s top "; break;
+    case TAV_SORT_BOTTOM: out += "-s bottom "; break;
+    case TAV_SORT_NONE: return out;
+    default: break;
+  }
+  if (values.size() > 1) appendNumber(out, "index=", sortIndex);
+  if (maxUpdates != defaultMaxUpdates) appendNumber(out, "updates=", maxUpdates);
+  return out;
+}
+
+std::string NetworkKovaRequest::dump() const {
+  std::string out;
+  filter.appendTo(out);
+  keys.appendTo(out);
+  values.appendTo(out);
+  out += dumpSort();
+  return out;
+}
+
+void NetworkKovaRequest::addColumn(bool isKey, const TavColumn& column) {
+  if (isKey) {
+    keys.push_back(column);
+  } else {
+    values.push_back(column);
+  }
+}
+
+strList NetworkKovaRequest::getModuleNames() const {
+  strList names;
+  filter.getModuleNames(names);
+  keys.getModuleNames(names);
+  return names;
+}
+
+bool NetworkKovaRequest::setModuleNames(strList& oldNames, strList& newNames) {
+  // The walk itself cannot see the ends of the lists: check their lengths first.
+  const std::size_t needed = getModuleNames().size();
+  if (oldNames.size() < needed || newNames.size() < needed) {
+    fail("setModuleNames: the request has " + std::to_string(needed) + " module names but " +
+         std::to_string(oldNames.size() < needed ? oldNames.size() : newNames.size()) + " " +
+         (oldNames.size() < needed ? "old" : "new") + " names were given");
+  }
+  strIter oldName = oldNames.begin();
+  strIter newName = newNames.begin();
+  const bool filterDone = filter.setModuleNames(oldName, newName);
+  const bool keysDone = keys.setModuleNames(oldName, newName);
+  return filterDone && keysDone;
+}

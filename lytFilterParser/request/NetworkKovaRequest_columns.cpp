@@ -1,0 +1,83 @@
+// Mapping of a request's columns to the query interface's column catalogue.
+#include <cstdio>
+#include <mutex>
+
+#include "lytFilterParser/detail/ColumnAllocation.h"
+#include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/request/NetworkKovaRequest.h"
+#include "lytFilterParser/vocab/ColumnCatalogue.h"
+
+using lytFilterParser::detail::fail;
+
+namespace {
+constexpr int kTypeCodes = 40;
+}
+
+std::vector<std::string> NetworkKovaRequest::getKovaColumns() const {
+  std::vector<std::string> positions;
+  positions.reserve(keys.size() + values.size());
+  // One request's reset and allocations must not interleave with another's.
+  std::lock_guard<std::mutex> lock(lytFilterParser::detail::columnAllocationMutex());
+  lytFilterParser::detail::nextOpenColumnLocked(QULET_VT_NONE);
+  for (const TavColumnArray* columns : {&keys, &values}) {
+    for (const TavColumn& column : *columns) {
+      const int index = lytFilterParser::detail::nextOpenColumnLocked(lytFilterParser::getKovaType(column.getValueType()));
+      if (index < 0) fail("failed to map kova columns");
+      char buffer[16];
+      std::snprintf(buffer, sizeof buffer, "%d", index + 1);
+      positions.emplace_back(buffer);
+    }
+  }
+  return positions;
+}
+
+std::vector<int> NetworkKovaRequest::getKovaColumns(TavVersion version) const {
+  std::vector<int> result;
+  if (version == 3) {
+    const std::vector<std::string> positions = getKovaColumns();
+    result.reserve(positions.size());
+    for (const std::string& position : positions) result.push_back(lytFilterParser::detail::readInt(position, 0));
+    return result;
+  }
+  if (version != 1 && version != 2) fail("failed to map kova columns");
+  result.push_back(2);
+  if (values.empty()) return result;
+  const TavColumn& value = values[0];
+  switch (value.getAccType()) {
+    case TAV_ACC_NEW: result.push_back(7); break;
+    case TAV_ACC_RATE: result.push_back(value.getValueType() == TAV_PKT ? 5 : 4); break;
+    case TAV_ACC_CONCURRENT: result.push_back(6); break;
+    case TAV_ACC_LINEUTIL: result.push_back(6); break;
+    default: break;
+  }
+  return result;
+}
+
+bool NetworkKovaRequest::mapKovaColumn(std::vector<int>& positions) const {
+  if (positions.size() != keys.size() + values.size()) return false;
+  std::size_t searchFrom[kTypeCodes] = {};
+  std::vector<int> ordered;
+  ordered.reserve(positions.size());
+  for (const TavColumnArray* columns : {&keys, &values}) {
+    for (const TavColumn& column : *columns) {
+      const unsigned type = static_cast<unsigned>(column.getValueType());
+      if (type > TAV_WDATTACK) return false;
+      const QULET_VT code = lytFilterParser::getKovaType(column.getValueType());
+      std::size_t& from = searchFrom[code];
+      std::size_t found = from;
+      while (found < positions.size() && lytFilterParser::getKovaColumnType(positions[found]) != code) ++found;
+      if (found == positions.size()) return false;
+      from = found + 1;
+      ordered.push_back(positions[found]);
+    }
+  }
+  positions.swap(ordered);
+  return true;
+}
+
+bool NetworkKovaRequest::isDynamic() const {
+  for (const TavColumn& key : keys) {
+    if (!key.getEntities().empty()) return false;
+  }
+  return true;
+}

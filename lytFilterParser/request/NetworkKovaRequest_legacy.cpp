@@ -1,0 +1,236 @@
+// The legacy option syntax of older peers: the reader translates a legacy
+// token list into current-syntax tokens and parses those; the writer builds
+// the legacy text from the model.
+#include <cstring>
+
+#include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/filter/ContentFilterBase.h"
+#include "lytFilterParser/filter/InterfaceAtomFilter.h"
+#include "lytFilterParser/request/NetworkKovaRequest.h"
+
+using lytFilterParser::detail::fail;
+using lytFilterParser::detail::startsWith;
+
+namespace {
+
+struct GroupWord {
+  const char* legacy;
+  const char* keyType;
+};
+
+// "-g" keywords in the reader's order; the "top" ones also ask for sort top.
+constexpr GroupWord kGroupRead[] = {
+    {"topfw", "fwrule"}, {"topsrc", "src"},         {"topdst", "dst"}, {"topip", "ip"},
+    {"topqsrule", "qsrule"}, {"topsvc", "svc"},     {"src", "src"},    {"dst", "dst"},
+    {"svc", "svc"},      {"qsrule", "qsrule"},      {"ip", "ip"},
+};
+
+struct GroupWritten {
+  TavValType type;
+  const char* top;
+  const char* plain;
+};
+
+// "-g" option written for the first key column: top form without entities.
+constexpr GroupWritten kGroupWrite[] = {
+    {TAV_SVC, "-g topsvc ", "-g svc "},          {TAV_SRC, "-g topsrc ", "-g src "},
+    {TAV_DST, "-g topdst ", "-g dst "},          {TAV_IP, "-g topip ", "-g ip "},
+    {TAV_QSRULE, "-g topqsrule ", "-g qsrule "}, {TAV_FWRULE, "-g topfw ", "-g topfw "},
+};
+
+}  // namespace
+
+NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version)
+    : sortType(TAV_SORT_NONE), sortIndex(1), maxUpdates(defaultMaxUpdates) {
+  const unsigned peer = static_cast<unsigned>(version);
+  if (peer == 3) {
+    if (!tokens.empty()) {
+      strIter cur = tokens.begin();
+      parse(tokens, cur);
+    }
+    return;
+  }
+  if (peer > 3) fail("NetworkKovaRequest: Invalid version");
+  if (peer == 0) return;
+  strList translated;
+  translateLegacy(tokens, translated);
+  strIter cur = translated.begin();
+  parse(translated, cur);
+}
+
+void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out) {
+  bool valueGiven = false;
+  strIter cur = tokens.begin();
+  const strIter end = tokens.end();
+  while (cur != end) {
+    if (startsWith(*cur, "-y")) {
+      out.emplace_back("-v");
+      ++cur;
+      if (cur == end) fail("Invalid value type");
+      switch ((*cur)[0]) {
+        case 'b': out.emplace_back("wb"); break;
+        case 'C': out.emplace_back("conn"); out.emplace_back("acc=concurrent"); break;
+        case 'c': out.emplace_back("conn"); out.emplace_back("acc=new"); break;
+        case 'p': out.emplace_back("pkt"); break;
+        default: fail("Invalid value type");
+      }
+      valueGiven = true;
+      ++cur;
+      continue;
+    }
+    if (startsWith(*cur, "-g")) {
+      out.emplace_back("-k");
+      ++cur;
+      if (cur == end) fail("Invalid key type");
+      const GroupWord* group = nullptr;
+      for (const GroupWord& word : kGroupRead) {
+        if (*cur == word.legacy) {
+          group = &word;
+          break;
+        }
+      }
+      if (group == nullptr) fail("Invalid key type");
+      out.emplace_back(group->keyType);
+      const bool top = std::strncmp(group->legacy, "top", 3) == 0;
+      ++cur;
+      if (top) {
+        out.emplace_back("-s");
+        out.emplace_back("top");
+        continue;
+      }
+      // After a plain group the rest of the line is taken as it stands.
+      out.insert(out.end(), cur, end);
+      break;
+    }
+    if (startsWith(*cur, "-a")) {
+      ++cur;
+      if (cur == end) break;
+      if ((*cur)[0] == 'i') {
+        out.emplace_back("-k");
+        out.emplace_back("connId");
+        ++cur;
+        continue;
+      }
+      // Anything else after "-a" is looked at as a filter word.
+    }
+    if (*cur == "interface") {
+      out.emplace_back("-f");
+      out.emplace_back("interface");
+      ++cur;
+      if (cur == end) fail("Invalid interface filter");
+      if (*cur == "1") out.emplace_back("not");
+      ++cur;
+      if (cur == end) fail("Invalid interface filter");
+      ++cur;
+      if (cur == end) fail("Invalid interface filter");
+      if (*cur == "[") {
+        ++cur;
+        if (cur == end) fail("Invalid interface filter");
+      }
+      const strIter name = cur;
+      ++cur;
+      if (cur == end) fail("Invalid interface filter");
+      std::string item;
+      item.reserve(name->size() + 1 + cur->size());
+      item.append(*name).append(1, ',').append(*cur);
+      out.push_back(std::move(item));
+      ++cur;
+      continue;
+    }
+    if (*cur == "src" || *cur == "dst" || *cur == "svc" || *cur == "ip") {
+      out.emplace_back("-f");
+      out.push_back(*cur);
+      ++cur;
+      if (cur == end) fail("Invalid filter");
+      if (*cur == "1") out.emplace_back("not");
+      ++cur;
+      if (cur == end) fail("Invalid filter");
+      ++cur;
+      while (cur != end && *cur != "]") {
+        out.push_back(*cur);
+        ++cur;
+      }
+      if (cur == end) fail("Invalid filter");
+      ++cur;
+      continue;
+    }
+    ++cur;
+  }
+  if (!valueGiven) {
+    out.emplace_back("-v");
+    out.emplace_back("wb");
+  }
+}
+
+std::string NetworkKovaRequest::dump(TavVersion version) const {
+  if (version == 3) return dump();
+  if (version == 1 || version == 2) return dumpLegacy();
+  if (version <= 0) return "4.1 and under is not supported";
+  return "";
+}
+
+std::string NetworkKovaRequest::dumpLegacy() const {
+  std::string out = "-filter [ and [";
+  for (const std::unique_ptr<AbstractFilter>& child : filter.getChildren()) {
+    if (child->getIsAtom() == 0) continue;
+    const AtomFilter* atom = dynamic_cast<const AtomFilter*>(child.get());
+    if (atom == nullptr) continue;
+    out += '[';
+    out += lytFilterParser::dumpValueType(atom->getFilterType());
+    out += ' ';
+    out += atom->isNegated() ? "1 [" : "0 [";
+    if (atom->getFilterType() == TAV_INTERFACE) {
+      if (const InterfaceAtomFilter* interfaces = dynamic_cast<const InterfaceAtomFilter*>(atom)) {
+        for (const InterfaceInfo& item : interfaces->getInterfaces()) {
+          out += '[';
+          out += item.getName();
+          // Legacy peers know no "both": such an entry goes out as outbound.
+          out += item.getDirection() == TAV_DIR_IN ? " in]" : " out]";
+        }
+      }
+    } else if (const ContentFilterBase* content = dynamic_cast<const ContentFilterBase*>(atom)) {
+      for (const TavEntity& entity : content->getEntities()) {
+        entity.appendTo(out);
+        out += ' ';
+      }
+    }
+    out += "]]";
+  }
+  out += "]] ";
+
+  const bool connIdPair =
+      keys.size() == 2 && (keys[0].getValueType() == TAV_CONNID || keys[1].getValueType() == TAV_CONNID);
+  out += connIdPair ? "-a i " : "-a a ";
+
+  if (!values.empty()) {
+    const TavColumn& value = values[0];
+    const TavValType type = value.getValueType();
+    const TavAccType acc = value.getAccType();
+    if (type == TAV_WB) {
+      out += "-y b ";
+    } else if (acc == TAV_ACC_LINEUTIL) {
+      out += "-y l ";
+    } else if (type == TAV_PKT) {
+      out += "-y p ";
+    } else if (type == TAV_CONN && acc == TAV_ACC_NEW) {
+      out += "-y c ";
+    } else if (type == TAV_CONN && acc == TAV_ACC_CONCURRENT) {
+      out += "-y C ";
+    }
+  }
+
+  if (!keys.empty()) {
+    const TavColumn& key = keys[0];
+    for (const GroupWritten& group : kGroupWrite) {
+      if (group.type == key.getValueType()) {
+        out += key.getEntities().empty() ? group.top : group.plain;
+        break;
+      }
+    }
+    for (const TavEntity& entity : key.getEntities()) {
+      entity.appendTo(out);
+      out += ' ';
+    }
+  }
+  return out;
+}
