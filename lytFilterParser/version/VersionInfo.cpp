@@ -1,30 +1,7 @@
 #include "lytFilterParser/version/VersionInfo.h"
 
-// The build fills these in; the fallbacks keep a plain compile working.
-#ifndef LFP_RELEASE_NAME
-#define LFP_RELEASE_NAME "lytFilterParser 5.0.5"
-#endif
-#ifndef LFP_RELEASE_LABEL
-#define LFP_RELEASE_LABEL "5.0.5"
-#endif
-#ifndef LFP_COMPANY_NAME
-#define LFP_COMPANY_NAME "lytFilterParser developers"
-#endif
-#ifndef LFP_COPYRIGHT
-#define LFP_COPYRIGHT "Copyright (c) lytFilterParser developers"
-#endif
-#ifndef LFP_BUILD_NUMBER
-#define LFP_BUILD_NUMBER 730620005
-#endif
-#ifndef LFP_VERSION_MAJOR
-#define LFP_VERSION_MAJOR 5
-#endif
-#ifndef LFP_VERSION_MINOR
-#define LFP_VERSION_MINOR 0
-#endif
-#ifndef LFP_VERSION_PATCH
-#define LFP_VERSION_PATCH 5
-#endif
+// Release name, label, maker and copyright come from the build.
+#include "lytFilterParser/LibraryVersion.h"
 
 #define LFP_STR2(x) #x
 #define LFP_STR(x) LFP_STR2(x)
@@ -52,9 +29,9 @@ const struct lytFilterParserVersionInfo lytFilterParser_version_info = {
     "OS::",
     LFP_RELEASE_LABEL,
     kDependentLibraryTable,
-    LFP_VERSION_MAJOR,
-    LFP_VERSION_MINOR,
-    LFP_VERSION_PATCH,
+    LFP_LIBRARY_VERSION_MAJOR,
+    LFP_LIBRARY_VERSION_MINOR,
+    LFP_LIBRARY_VERSION_PATCH,
     LFP_RELEASE_NAME,
 };
 
@@ -68,10 +45,10 @@ const char lytFilterParser_version_info_str[] =
     "Module Name=vexal\n"
     "Build Number=" LFP_STR(LFP_BUILD_NUMBER) "\n"
     "Major Release=" LFP_RELEASE_NAME "\n"
-    "Major Release Number=" LFP_STR(LFP_VERSION_MAJOR) "\n"
+    "Major Release Number=" LFP_STR(LFP_LIBRARY_VERSION_MAJOR) "\n"
     "Minor Release=" LFP_RELEASE_LABEL "\n"
-    "Minor Release Number=" LFP_STR(LFP_VERSION_MINOR) "\n"
-    "Option Pack Number=" LFP_STR(LFP_VERSION_PATCH) "\n"
+    "Minor Release Number=" LFP_STR(LFP_LIBRARY_VERSION_MINOR) "\n"
+    "Option Pack Number=" LFP_STR(LFP_LIBRARY_VERSION_PATCH) "\n"
     "Version String=" LFP_RELEASE_NAME "\n"
     "Interface Version=0\n"
     "Comments=\n"
