@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Builds the Debian package from a build tree and checks what it holds.
+# Usage: scripts/package.sh <build-dir>
+set -euo pipefail
+build=$(cd "$1" && pwd)
+(cd "$build" && cpack -G DEB >/dev/null)
+deb=$(ls -t "$build"/*.deb | head -1)
+contents=$(dpkg-deb --contents "$deb")
+for expected in ./usr/lib/x86_64-linux-gnu/liblytFilterParser.so.5 ./usr/include/lytFilterParser/lytFilterParser.h \
+    ./usr/include/lytFilterParser/request/NetworkKovaRequest.h ./usr/lib/x86_64-linux-gnu/pkgconfig/lytFilterParser.pc \
+    ./usr/lib/x86_64-linux-gnu/cmake/lytFilterParser/lytFilterParserConfig.cmake; do
+  alt=${expected/x86_64-linux-gnu\//}
+  if ! grep -qF -- " $expected" <<<"$contents" && ! grep -qF -- " $alt" <<<"$contents"; then
+    echo "package: $expected missing from $deb" >&2
+    exit 1
+  fi
+done
+echo "package: $(basename "$deb") holds the library, headers, CMake package and pkg-config file"
