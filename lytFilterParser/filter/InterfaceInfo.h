@@ -10,7 +10,9 @@
 
 enum TavFilterDirType : int { TAV_DIR_IN = 0, TAV_DIR_OUT = 1, TAV_DIR_BOTH = 2 };
 
-class LFP_API InterfaceInfo {
+// Final: dump() is virtual but the destructor is not, so nothing may derive
+// from it and be destroyed through an InterfaceInfo.
+class LFP_API InterfaceInfo final {
  public:
   InterfaceInfo(std::string name, TavFilterDirType dir);
   // Reads the token under the cursor; the cursor does not move.

@@ -1,0 +1,119 @@
+// Per-column options: reading one name=value token, writing in fixed order.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "lytFilterParser/lytFilterParser.h"
+
+namespace {
+
+strList tokensOf(const std::string& text) {
+  strList tokens;
+  LYTKovaRequest::fillFilterList(tokens, text);
+  return tokens;
+}
+
+template <class F>
+std::string thrownMessage(F&& action) {
+  try {
+    action();
+  } catch (const std::string& message) {
+    return message;
+  }
+  ADD_FAILURE() << "no message was thrown";
+  return "<nothing thrown>";
+}
+
+// Reads every token of `text` as one option each.
+TavColumnFilter readAll(const std::string& text) {
+  TavColumnFilter filter;
+  strList tokens = tokensOf(text);
+  for (strIter cur = tokens.begin(); cur != tokens.end();) {
+    const strIter before = cur;
+    filter.parse(tokens, cur);
+    EXPECT_EQ(1, std::distance(before, cur)) << *before;
+  }
+  return filter;
+}
+
+TEST(TavColumnFilterTest, ReadsOneOptionPerToken) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"dir=in", "dir=in "},
+      {"dir=out", "dir=out "},
+      {"dir=both", ""},
+      {"xdir=in", "dir=in "},
+      {"dir=outbound", "dir=out "},
+      {"dir=inout", "dir=out "},
+      {"enc=no", "enc=no "},
+      {"enc=yes", "enc=yes "},
+      {"enc=both", ""},
+      {"comp=no", "comp=no "},
+      {"comp=yes", "comp=yes "},
+      {"comp=both", ""},
+      {"cprint=no", "cprint=no "},
+      {"cprint=yes", "cprint=yes "},
+      {"cprint=both", ""},
+      {"url_mod=full", ""},
+      {"url_mod=host", "url_mod=host "},
+      {"url_mod=path", "url_mod=path "},
+      {"url_mod=scheme", "url_mod=scheme "},
+      {"url_mod=host_path", "url_mod=host_path "},
+      {"url_mod=scheme_host", "url_mod=scheme_host "},
+      {"url_mod=fullhost", ""},
+      {"enc=dir=in", "dir=in "},  // "dir=" takes precedence over "enc="
+      {"dir=in dir=out", "dir=out "},
+      {"url_mod=host enc=yes dir=in", "dir=in enc=yes url_mod=host "},
+      {"cprint=no url_mod=scheme_host comp=yes enc=no dir=out",
+       "dir=out enc=no comp=yes cprint=no url_mod=scheme_host "},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.first);
+    EXPECT_EQ(c.second, readAll(c.first).dump());
+  }
+}
+
+TEST(TavColumnFilterTest, StoresTheCodes) {
+  EXPECT_EQ(4, readAll("url_mod=host_path").getUrlMode());
+  EXPECT_EQ(5, readAll("url_mod=scheme_host").getUrlMode());
+  const TavColumnFilter filter = readAll("xdir=in enc=yes comp=no cprint=yes");
+  EXPECT_EQ(0, filter.getDirection());
+  EXPECT_EQ(1, filter.getEncryptionMode());
+  EXPECT_EQ(0, filter.getCompressionMode());
+  EXPECT_EQ(1, filter.getCitrixPrintMode());
+  EXPECT_EQ(0, filter.getUrlMode());
+}
+
+TEST(TavColumnFilterTest, ReadFaultsKeepCursorAndCodes) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"foo=1", "Expected filter type"},
+      {"direction", "Expected filter type"},
+      {"DIR=in", "Expected filter type"},
+      {"dir=sideways", "Unexpected type of direction"},
+      {"indir=x", "Unexpected type of direction"},  // the value is looked for behind the name only
+      {"dir=enc=no", "Unexpected type of direction"},
+      {"enc=maybe", "Unexpected type of encryption mode"},
+      {"comp=maybe", "Unexpected type of compresstion mode"},
+      {"cprint=x", "Unexpected type of citrix-print mode"},
+      {"url_mod=x", "Unexpected type of url mode"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.first);
+    TavColumnFilter filter = readAll("dir=out enc=yes");
+    strList tokens{c.first};
+    strIter cur = tokens.begin();
+    EXPECT_EQ(c.second, thrownMessage([&] { filter.parse(tokens, cur); }));
+    EXPECT_TRUE(cur == tokens.begin());
+    EXPECT_EQ("dir=out enc=yes ", filter.dump());
+  }
+  TavColumnFilter filter;
+  strList empty;
+  strIter end = empty.end();
+  EXPECT_EQ("Error: Expected end of line", thrownMessage([&] { filter.parse(empty, end); }));
+}
+
+TEST(TavColumnFilterTest, DefaultsAndCodesOutOfRangeWriteNothing) {
+  EXPECT_EQ("", TavColumnFilter().dump());
+  EXPECT_EQ("", TavColumnFilter(7, -1, 3, 9, 6).dump());
+}
+
+}  // namespace

@@ -1,0 +1,103 @@
+// Negation, validity of the filter type and the atom factory.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "lytFilterParser/lytFilterParser.h"
+
+namespace {
+
+strList tokensOf(const std::string& text) {
+  strList tokens;
+  LYTKovaRequest::fillFilterList(tokens, text);
+  return tokens;
+}
+
+template <class F>
+std::string thrownMessage(F&& action) {
+  try {
+    action();
+  } catch (const std::string& message) {
+    return message;
+  }
+  ADD_FAILURE() << "no message was thrown";
+  return "<nothing thrown>";
+}
+
+TEST(AtomFilterTest, NegationKeywordsAreExactAndWrittenLowerCase) {
+  const struct {
+    const char* text;
+    bool negated;
+    const char* entities;
+  } cases[] = {
+      {"src not a", true, "a "},    {"src NOT a", true, "a "},     {"src Not a", false, "Not a "},
+      {"src nOT a", false, "nOT a "}, {"src a not", false, "a not "}, {"src not", true, ""},
+      {"src", false, ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    strList tokens = tokensOf(c.text);
+    strIter cur = tokens.begin();
+    ContentFilter filter(tokens, cur);
+    EXPECT_TRUE(cur == tokens.end());
+    EXPECT_EQ(c.negated, filter.isNegated());
+    EXPECT_EQ(c.negated ? "not" : "", filter.dumpNot());
+    EXPECT_EQ(c.entities, filter.dumpEntities());
+  }
+  // A fresh read clears an earlier negation.
+  ContentFilter filter(TAV_SRC, true, TavEntityArray());
+  strList tokens{"a"};
+  strIter cur = tokens.begin();
+  filter.parseNot(tokens, cur);
+  EXPECT_FALSE(filter.isNegated());
+  EXPECT_EQ("a", *cur);
+}
+
+TEST(AtomFilterTest, IsValidAcceptsOnlyTypesAFilterCanTest) {
+  for (TavValType type : {TAV_SVC, TAV_SRC, TAV_DST, TAV_IP, TAV_FWRULE, TAV_QSRULE, TAV_CONNID, TAV_URL,
+                          TAV_INTERFACE, TAV_ORIENTATION, TAV_TUNNEL, TAV_TUNNELTYPE, TAV_WDATTACK}) {
+    std::string err = "untouched";
+    EXPECT_TRUE(ContentFilter(type, false, TavEntityArray()).isValid(err)) << type;
+    EXPECT_EQ("untouched", err);
+  }
+  for (const char* keyword : {"ab", "wb", "pkt", "conn", "session", "pktRange", "citrix"}) {
+    strList tokens = tokensOf(std::string(keyword) + " a");
+    strIter cur = tokens.begin();
+    const ContentFilter filter(tokens, cur);  // read without complaint
+    std::string err = "untouched";
+    EXPECT_FALSE(filter.isValid(err)) << keyword;
+    EXPECT_EQ("Invalid Filter Type: " + std::string(keyword), err);
+  }
+}
+
+TEST(AtomFilterTest, TypeWithoutKeywordMakesIsValidThrow) {
+  for (TavValType type : {TAV_TELNUMBER, TAV_NO_TYPE, static_cast<TavValType>(-1)}) {
+    const ContentFilter filter(type, false, TavEntityArray());
+    std::string err = "untouched";
+    EXPECT_EQ("Not a valid argument for type", thrownMessage([&] { filter.isValid(err); })) << type;
+    EXPECT_EQ("untouched", err);
+  }
+}
+
+TEST(AtomFilterTest, FactoryChoosesTheLeafClassByTheExactKeyword) {
+  strList tokens = tokensOf("interface eth0 -f src a");
+  strIter cur = tokens.begin();
+  std::unique_ptr<AtomFilter> atom(AtomFilter::getAtomFilter(tokens, cur));
+  EXPECT_NE(nullptr, dynamic_cast<InterfaceAtomFilter*>(atom.get()));
+  EXPECT_EQ(1, atom->getIsAtom());
+  EXPECT_EQ("-f", *cur++);
+  atom.reset(AtomFilter::getAtomFilter(tokens, cur));
+  EXPECT_NE(nullptr, dynamic_cast<ContentFilter*>(atom.get()));
+  EXPECT_EQ(TAV_SRC, atom->getFilterType());
+  EXPECT_TRUE(cur == tokens.end());
+
+  tokens = tokensOf("Interface eth0");
+  cur = tokens.begin();
+  EXPECT_EQ("Invalid type: Interface", thrownMessage([&] { delete AtomFilter::getAtomFilter(tokens, cur); }));
+  cur = tokens.end();
+  EXPECT_EQ("Expected type at this point but there is no data",
+            thrownMessage([&] { delete AtomFilter::getAtomFilter(tokens, cur); }));
+}
+
+}  // namespace
