@@ -11,7 +11,7 @@ DEFAULT_PACKAGES=(
   cmake ninja-build g++ pkg-config
   libgtest-dev googletest
   libbenchmark-dev
-  libcli11-dev nlohmann-json3-dev
+  libcli11-dev nlohmann-json3-dev python3
   clang libclang-rt-14-dev
   valgrind
   g++-multilib
