@@ -64,8 +64,17 @@ bool allowsMode(const ValueRule& rule, TavAccType acc) {
   return index < 32 && (rule.allowedModes & (1u << index)) != 0;
 }
 
-bool refuse(std::string& error, std::string message) {
-  error = std::move(message);
+// Assigning into the caller's string reuses its buffer, so repeated checks
+// (getMinimalValidVersion) do not allocate for the fixed messages.
+bool refuse(std::string& error, const char* message) {
+  error.assign(message);
+  return false;
+}
+
+bool refuse(std::string& error, const char* head, TavValType type) {
+  const std::string keyword = lytFilterParser::dumpValueType(type);  // may throw: leave `error` alone
+  error.assign(head);
+  error += keyword;
   return false;
 }
 
@@ -85,7 +94,7 @@ bool NetworkKovaRequest::isValid(TavVersion version, std::string& error) {
       const TavColumn& key = keys[position];
       const TavValType type = key.getValueType();
       if (key.getEntities().size() != entriesPerKey) return refuse(error, "Number of entries for each key must be equal");
-      if (!hasType(kKeyTypes, type)) return refuse(error, "Invalid type for key: " + lytFilterParser::dumpValueType(type));
+      if (!hasType(kKeyTypes, type)) return refuse(error, "Invalid type for key: ", type);
       qsruleKeys += type == TAV_QSRULE;
       connIdKeys += type == TAV_CONNID;
       interfaceKeys += type == TAV_INTERFACE;
@@ -102,7 +111,7 @@ bool NetworkKovaRequest::isValid(TavVersion version, std::string& error) {
     for (TavColumn& value : values) {
       const TavValType type = value.getValueType();
       const ValueRule* rule = valueRule(type);
-      if (rule == nullptr) return refuse(error, "Invalid type for value: " + lytFilterParser::dumpValueType(type));
+      if (rule == nullptr) return refuse(error, "Invalid type for value: ", type);
       if (value.getAccType() == TAV_ACC_RATE && rule->rateBecomes >= 0) {
         value.setAccType(static_cast<TavAccType>(rule->rateBecomes));
       }
@@ -135,7 +144,9 @@ bool NetworkKovaRequest::isValid(TavVersion version, std::string& error) {
       for (const TavColumn& key : keys) {
         if (hasType(kSessionIncompatibleKeys, key.getValueType())) {
           // telNumber has no keyword: the value-type writer's fault escapes here.
-          return refuse(error, "Can't use " + lytFilterParser::dumpValueType(key.getValueType()) + " with session value");
+          std::string message = "Can't use " + lytFilterParser::dumpValueType(key.getValueType()) + " with session value";
+          error = std::move(message);
+          return false;
         }
       }
     }
@@ -143,8 +154,7 @@ bool NetworkKovaRequest::isValid(TavVersion version, std::string& error) {
     if (urlLikeKeys > 0) {
       for (const TavColumn& value : values) {
         if (value.getValueType() != TAV_SESSION) {
-          return refuse(error, "Can't use wdAttack or url with none session value: " +
-                                   lytFilterParser::dumpValueType(value.getValueType()));
+          return refuse(error, "Can't use wdAttack or url with none session value: ", value.getValueType());
         }
       }
     }
@@ -155,10 +165,10 @@ bool NetworkKovaRequest::isValid(TavVersion version, std::string& error) {
       }
       if (values.size() > 1) return refuse(error, "Support only one value column");
       if (!hasType(kLegacyKeyTypes, keys[0].getValueType())) {
-        return refuse(error, "Invalid type for key: " + lytFilterParser::dumpValueType(keys[0].getValueType()));
+        return refuse(error, "Invalid type for key: ", keys[0].getValueType());
       }
       if (!hasType(kLegacyValueTypes, values[0].getValueType())) {
-        return refuse(error, "Invalid type for value: " + lytFilterParser::dumpValueType(values[0].getValueType()));
+        return refuse(error, "Invalid type for value: ", values[0].getValueType());
       }
       if (values[0].getAccType() == TAV_ACC_SUM) return refuse(error, "Invalid accumulation mode");
     }
