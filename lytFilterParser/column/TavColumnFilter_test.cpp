@@ -3,26 +3,11 @@
 
 #include <string>
 
-#include "lytFilterParser/lytFilterParser.h"
+#include "lytFilterParser/detail/TestSupport.h"
 
 namespace {
 
-strList tokensOf(const std::string& text) {
-  strList tokens;
-  LYTKovaRequest::fillFilterList(tokens, text);
-  return tokens;
-}
-
-template <class F>
-std::string thrownMessage(F&& action) {
-  try {
-    action();
-  } catch (const std::string& message) {
-    return message;
-  }
-  ADD_FAILURE() << "no message was thrown";
-  return "<nothing thrown>";
-}
+using namespace lfptest;
 
 // Reads every token of `text` as one option each.
 TavColumnFilter readAll(const std::string& text) {
@@ -36,57 +21,33 @@ TavColumnFilter readAll(const std::string& text) {
   return filter;
 }
 
-TEST(TavColumnFilterTest, ReadsOneOptionPerToken) {
+TEST(TavColumnFilterTest, ReadsOneOptionPerTokenAndWritesInFixedOrder) {
   const std::pair<const char*, const char*> cases[] = {
-      {"dir=in", "dir=in "},
-      {"dir=out", "dir=out "},
-      {"dir=both", ""},
-      {"xdir=in", "dir=in "},
-      {"dir=outbound", "dir=out "},
-      {"dir=inout", "dir=out "},
-      {"enc=no", "enc=no "},
-      {"enc=yes", "enc=yes "},
-      {"enc=both", ""},
-      {"comp=no", "comp=no "},
-      {"comp=yes", "comp=yes "},
-      {"comp=both", ""},
-      {"cprint=no", "cprint=no "},
-      {"cprint=yes", "cprint=yes "},
-      {"cprint=both", ""},
-      {"url_mod=full", ""},
-      {"url_mod=host", "url_mod=host "},
-      {"url_mod=path", "url_mod=path "},
-      {"url_mod=scheme", "url_mod=scheme "},
-      {"url_mod=host_path", "url_mod=host_path "},
-      {"url_mod=scheme_host", "url_mod=scheme_host "},
-      {"url_mod=fullhost", ""},
-      {"enc=dir=in", "dir=in "},  // "dir=" takes precedence over "enc="
-      {"dir=in dir=out", "dir=out "},
-      {"url_mod=host enc=yes dir=in", "dir=in enc=yes url_mod=host "},
       {"cprint=no url_mod=scheme_host comp=yes enc=no dir=out",
        "dir=out enc=no comp=yes cprint=no url_mod=scheme_host "},
+      {"url_mod=host_path cprint=yes comp=no enc=yes dir=in", "dir=in enc=yes comp=no cprint=yes url_mod=host_path "},
+      {"dir=both enc=both comp=both cprint=both url_mod=full", ""},
+      {"url_mod=host xdir=in", "dir=in url_mod=host "},  // the name may stand anywhere in the token
+      {"url_mod=path dir=outbound", "dir=out url_mod=path "},
+      {"url_mod=scheme dir=inout", "dir=out url_mod=scheme "},  // "out" is tried before "in"
+      {"url_mod=fullhost", ""},                                 // "full" is tried first
+      {"enc=dir=in", "dir=in "},                                // "dir=" takes precedence over "enc="
+      {"dir=in dir=out", "dir=out "},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.first);
     EXPECT_EQ(c.second, readAll(c.first).dump());
   }
-}
-
-TEST(TavColumnFilterTest, StoresTheCodes) {
-  EXPECT_EQ(4, readAll("url_mod=host_path").getUrlMode());
-  EXPECT_EQ(5, readAll("url_mod=scheme_host").getUrlMode());
-  const TavColumnFilter filter = readAll("xdir=in enc=yes comp=no cprint=yes");
+  const TavColumnFilter filter = readAll("xdir=in enc=yes comp=no cprint=yes url_mod=scheme_host");
   EXPECT_EQ(0, filter.getDirection());
   EXPECT_EQ(1, filter.getEncryptionMode());
   EXPECT_EQ(0, filter.getCompressionMode());
   EXPECT_EQ(1, filter.getCitrixPrintMode());
-  EXPECT_EQ(0, filter.getUrlMode());
+  EXPECT_EQ(5, filter.getUrlMode());
 }
 
 TEST(TavColumnFilterTest, ReadFaultsKeepCursorAndCodes) {
   const std::pair<const char*, const char*> cases[] = {
-      {"foo=1", "Expected filter type"},
-      {"direction", "Expected filter type"},
       {"DIR=in", "Expected filter type"},
       {"dir=sideways", "Unexpected type of direction"},
       {"indir=x", "Unexpected type of direction"},  // the value is looked for behind the name only

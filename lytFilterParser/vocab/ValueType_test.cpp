@@ -7,18 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "lytFilterParser/detail/TestSupport.h"
+
 namespace {
 
-template <class F>
-std::string thrownBy(F f) {
-  try {
-    f();
-  } catch (const std::string& message) {
-    return message;
-  }
-  ADD_FAILURE() << "nothing thrown";
-  return "";
-}
+using lfptest::thrownMessage;
 
 struct TypeRow {
   const char* keyword;
@@ -35,46 +28,31 @@ const std::vector<TypeRow> kWrittenTypes = {
     {"tunnel", 17, 17},  {"tunnelType", 18, 28}, {"citrix", 19, 17}, {"wdAttack", 20, 17},
 };
 
-TEST(ValueType, KeywordsRoundTrip) {
+TEST(ValueType, KeywordsRoundTripWithTheirKovaCodes) {
   for (const TypeRow& row : kWrittenTypes) {
     SCOPED_TRACE(row.keyword);
     EXPECT_EQ(lytFilterParser::getValueType(row.keyword), row.type);
     EXPECT_EQ(lytFilterParser::dumpValueType(TavValType(row.type)), row.keyword);
+    EXPECT_EQ(lytFilterParser::getKovaType(TavValType(row.type)), row.kovaCode);
   }
-}
-
-TEST(ValueType, KovaCodes) {
-  for (const TypeRow& row : kWrittenTypes) {
-    EXPECT_EQ(lytFilterParser::getKovaType(TavValType(row.type)), row.kovaCode) << row.keyword;
-  }
-  EXPECT_EQ(lytFilterParser::getKovaType(TAV_TELNUMBER), 17);
 }
 
 TEST(ValueType, TelNumberIsReadButNeverWritten) {
   EXPECT_EQ(lytFilterParser::getValueType("telNumber"), 8);
-  EXPECT_EQ(thrownBy([] { lytFilterParser::dumpValueType(TavValType(8)); }), "Not a valid argument for type");
+  EXPECT_EQ(lytFilterParser::getKovaType(TAV_TELNUMBER), 17);
+  EXPECT_EQ(thrownMessage([] { lytFilterParser::dumpValueType(TavValType(8)); }), "Not a valid argument for type");
 }
 
-TEST(ValueType, DumpOutsideTheRangeThrows) {
-  for (int type : {21, 22, 100, -1, INT_MIN, INT_MAX}) {
-    EXPECT_EQ(thrownBy([type] { lytFilterParser::dumpValueType(TavValType(type)); }),
-              "Not a valid argument for type")
-        << type;
+TEST(ValueType, OutOfRangeCodesAndUnknownKeywordsThrow) {
+  for (int type : {21, -1, INT_MIN, INT_MAX}) {
+    SCOPED_TRACE(type);
+    EXPECT_EQ(thrownMessage([type] { lytFilterParser::dumpValueType(TavValType(type)); }),
+              "Not a valid argument for type");
+    EXPECT_EQ(thrownMessage([type] { lytFilterParser::getKovaType(TavValType(type)); }),
+              "not a valid argument for getKovaType");
   }
-}
-
-TEST(ValueType, UnknownKeywordThrowsItBack) {
-  for (const std::string keyword :
-       {"Src", "SRC", "src ", " src", "", "tel", "telnumber", "interfaces", "tunnel-type", "connid", "acc=rate"}) {
-    EXPECT_EQ(thrownBy([&keyword] { lytFilterParser::getValueType(keyword); }), "Invalid type: " + keyword);
-  }
-}
-
-TEST(ValueType, KovaCodeOutsideTheRangeThrows) {
-  for (int type : {21, 40, -1, INT_MIN}) {
-    EXPECT_EQ(thrownBy([type] { lytFilterParser::getKovaType(TavValType(type)); }),
-              "not a valid argument for getKovaType")
-        << type;
+  for (const std::string keyword : {"Src", "src ", " src", "", "telnumber", "interfaces", "acc=rate"}) {
+    EXPECT_EQ(thrownMessage([&keyword] { lytFilterParser::getValueType(keyword); }), "Invalid type: " + keyword);
   }
 }
 

@@ -1,0 +1,67 @@
+// Helpers shared by the unit tests (*_test.cpp). Internal; not installed.
+#ifndef LYTFILTERPARSER_DETAIL_TESTSUPPORT_H
+#define LYTFILTERPARSER_DETAIL_TESTSUPPORT_H
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "lytFilterParser/lytFilterParser.h"
+
+namespace lfptest {
+
+inline strList tokensOf(const std::string& text) {
+  strList tokens;
+  LYTKovaRequest::fillFilterList(tokens, text);
+  return tokens;
+}
+
+// The tokens from `cur` on, joined by one blank.
+inline std::string rest(const strList& tokens, strList::const_iterator cur) {
+  std::string out;
+  for (; cur != tokens.end(); ++cur) out += (out.empty() ? "" : " ") + *cur;
+  return out;
+}
+
+// The message `action` throws as a std::string; a test failure if it throws none.
+template <class F>
+std::string thrownMessage(F&& action) {
+  try {
+    action();
+  } catch (const std::string& message) {
+    return message;
+  }
+  ADD_FAILURE() << "no message was thrown";
+  return "<nothing thrown>";
+}
+
+// Reads `text` with T's (tokens, cursor) constructor: what the object writes,
+// "|" and the tokens the reader left; or "<fault> " and the message.
+template <class T>
+std::string readWrite(const std::string& text) {
+  strList tokens = tokensOf(text);
+  strIter cur = tokens.begin();
+  try {
+    const T object(tokens, cur);
+    return object.dump() + "|" + rest(tokens, cur);
+  } catch (const std::string& message) {
+    return "<fault> " + message;
+  }
+}
+
+template <class T>
+T parsed(const std::string& text) {
+  strList tokens = tokensOf(text);
+  strIter cur = tokens.begin();
+  return T(tokens, cur);
+}
+
+inline std::unique_ptr<NetworkKovaRequest> readRequest(const std::string& text) {
+  strList tokens = tokensOf(text);
+  return std::make_unique<NetworkKovaRequest>(tokens);
+}
+
+}  // namespace lfptest
+
+#endif
