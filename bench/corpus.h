@@ -1,0 +1,48 @@
+// The fixed texts the benchmarks measure. Hand-written requests sit in
+// corpus.cpp; large, deep and scaling requests are generated at startup so
+// that the repository does not carry megabytes of text.
+#ifndef LYTFILTERPARSER_BENCH_CORPUS_H
+#define LYTFILTERPARSER_BENCH_CORPUS_H
+
+#include <string>
+#include <vector>
+
+namespace bench {
+
+enum class CaseKind {
+  Typical,     // current-syntax network request, 10 to 30 tokens
+  VirtualLink, // "vl ..." end-to-end request
+  Legacy,      // legacy command line, measured through convert
+  Large,       // 1,000 entities in a filter and 1,000 in a key column
+  Deep,        // filters nested 50 levels
+  ScaleKeys,   // scaling series: N entities in one key column
+  ScaleDepth,  // scaling series: N nested filter levels
+};
+
+struct TextCase {
+  std::string name;  // unique, used in benchmark names: "<kind>/<name>"
+  std::string text;
+  CaseKind kind;
+  long scale;  // entities (ScaleKeys, Large) or levels (ScaleDepth, Deep); 0 otherwise
+};
+
+// Every case, in the order the benchmarks are registered. `maxDepth` is the
+// deepest nesting the depth series goes to (the library's limit).
+std::vector<TextCase> buildCorpus(int maxDepth);
+
+// A key column of `count` entities: "-k src 10.0.0.0 10.0.0.1 ... -v wb acc=rate -s top".
+std::string keyColumnRequest(long count);
+// A filter of `count` entities plus a key column of `count` entities.
+std::string largeRequest(long count);
+// `levels` compound filters, each holding one atom and the next level, the
+// innermost holding two atoms; "and" and "or" alternate:
+// "-f and [ -f src a3 -f or [ -f src a2 -f and [ -f src a1 -f dst b1 ] ] ] -k svc -v wb".
+std::string nestedRequest(int levels);
+// The same nesting without brackets: "-f and -f src a3 -f or -f src a2 ... -k svc -v wb".
+std::string nestedUnbracketedRequest(int levels);
+
+const char* kindLabel(CaseKind kind);
+
+}  // namespace bench
+
+#endif
