@@ -1,5 +1,6 @@
 #include "lytFilterParser/column/TavColumn.h"
 
+#include "lytFilterParser/detail/Keyword.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/ValueTypeTable.h"
 
@@ -7,16 +8,19 @@ using lytFilterParser::detail::fail;
 
 namespace {
 
+using lytFilterParser::detail::keyword;
+
 struct AccWord {
-  const char* keyword;
+  lytFilterParser::detail::Keyword word;
   TavAccType code;
 };
 
 // What the reader accepts, in its order of comparison (exact match).
 constexpr AccWord kAccRead[] = {
-    {"acc=replace", TAV_ACC_REPLACE}, {"acc=rate", TAV_ACC_RATE}, {"acc=new", TAV_ACC_NEW},
-    {"acc=sum", TAV_ACC_SUM},         {"acc=concurrent", TAV_ACC_CONCURRENT}, {"acc=min", TAV_ACC_MIN},
-    {"acc=max", TAV_ACC_MAX},         {"acc=lineUtil", TAV_ACC_LINEUTIL},
+    {keyword("acc=replace"), TAV_ACC_REPLACE}, {keyword("acc=rate"), TAV_ACC_RATE},
+    {keyword("acc=new"), TAV_ACC_NEW},         {keyword("acc=sum"), TAV_ACC_SUM},
+    {keyword("acc=concurrent"), TAV_ACC_CONCURRENT}, {keyword("acc=min"), TAV_ACC_MIN},
+    {keyword("acc=max"), TAV_ACC_MAX},         {keyword("acc=lineUtil"), TAV_ACC_LINEUTIL},
 };
 
 // What the writer writes, by code; the second concurrent kind shares the keyword.
@@ -59,7 +63,7 @@ TavColumn::TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string
     } else {
       entities.parse(tokens, cur);
       // A bracket that closes nothing here stays with the column as an entity.
-      if (cur != tokens.end() && *cur == "]") {
+      if (cur != tokens.end() && lytFilterParser::detail::isChar(*cur, ']')) {
         entities.add(TavEntity(std::string("]")));
         ++cur;
       }
@@ -74,7 +78,7 @@ TavColumn* TavColumn::clone() const { return new TavColumn(keyOrValue, valueType
 void TavColumn::parseAccumulationMode(strList& tokens, strIter& cur) {
   if (cur == tokens.end()) fail("Expected type at this point but there is no data");
   for (const AccWord& word : kAccRead) {
-    if (*cur == word.keyword) {
+    if (lytFilterParser::detail::equals(*cur, word.word)) {
       accType = word.code;
       ++cur;
       return;

@@ -21,8 +21,14 @@ class LFP_API TavColumnArray {
   // Runs every column, also after a failure; true when all succeeded.
   bool setModuleNames(strIter& oldName, strIter& newName);
 
-  void push_back(const TavColumn& column) { columns.push_back(column); }
-  void push_back(TavColumn&& column) { columns.push_back(std::move(column)); }
+  void push_back(const TavColumn& column) {
+    reserveFirst();
+    columns.push_back(column);
+  }
+  void push_back(TavColumn&& column) {
+    reserveFirst();
+    columns.push_back(std::move(column));
+  }
   std::size_t size() const { return columns.size(); }
   bool empty() const { return columns.empty(); }
   TavColumn& operator[](std::size_t i) { return columns[i]; }
@@ -36,6 +42,11 @@ class LFP_API TavColumnArray {
   LFP_HIDDEN bool setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd);
 
  private:
+  // A request has a few columns: room for them at the first one.
+  void reserveFirst() {
+    if (columns.capacity() == 0) columns.reserve(4);
+  }
+
   std::vector<TavColumn> columns;
 };
 

@@ -18,6 +18,14 @@ namespace detail {
   std::abort();  // not reached: Assert(false, ...) always throws
 }
 
+// One-character tokens such as "[" and "]".
+inline bool isChar(const std::string& token, char c) { return token.size() == 1 && token[0] == c; }
+
+// Two-character option words such as "-f".
+inline bool isOption(const std::string& token, char letter) {
+  return token.size() == 2 && token[0] == '-' && token[1] == letter;
+}
+
 inline bool contains(const std::string& token, const char* word) {
   return token.find(word) != std::string::npos;
 }

@@ -12,13 +12,20 @@ TavEntityArray::TavEntityArray(strList& tokens) {
 
 TavEntityArray::TavEntityArray(strList& tokens, strIter& cursor) { parse(tokens, cursor); }
 
+namespace {
+
+bool endsEntities(const std::string& token) { return token[0] == '-' || lytFilterParser::detail::isChar(token, ']'); }
+
+}  // namespace
+
 void TavEntityArray::parse(strList& tokens, strIter& cursor) {
-  while (cursor != tokens.end()) {
-    const std::string& token = *cursor;
-    if (token[0] == '-' || token == "]") break;
-    entities.emplace_back(token);
-    ++cursor;
-  }
+  // Count first so that a long run of entities is stored without regrowth.
+  std::size_t count = 0;
+  for (strIter scan = cursor; scan != tokens.end() && !endsEntities(*scan); ++scan) ++count;
+  if (count == 0) return;
+  const std::size_t needed = entities.size() + count;
+  if (needed > entities.capacity()) entities.reserve(std::max(needed, 2 * entities.capacity()));
+  for (; count > 0; --count, ++cursor) entities.emplace_back(*cursor);
 }
 
 void TavEntityArray::appendTo(std::string& out) const {

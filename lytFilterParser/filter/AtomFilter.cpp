@@ -28,7 +28,8 @@ bool AtomFilter::isValid(std::string& err) const {
 void AtomFilter::parseNot(strList& tokens, strIter& cur) {
   negation = false;
   if (cur == tokens.end()) return;
-  if (*cur == "not" || *cur == "NOT") {
+  const std::string& token = *cur;
+  if (token.size() == 3 && (token == "not" || token == "NOT")) {
     negation = true;
     ++cur;
   }

@@ -74,12 +74,22 @@ void Filter::cloneChildrenOf(const Filter& other, int depth) {
 
 void Filter::deleteFilterList() { children.clear(); }
 
+void Filter::addParsedChild(std::unique_ptr<AbstractFilter> child) {
+  // Most compound filters hold two or a few children: one allocation for them.
+  if (children.capacity() == 0) children.reserve(4);
+  children.push_back(std::move(child));
+}
+
 void Filter::addChild(std::unique_ptr<AbstractFilter> child) {
   if (child) children.push_back(std::move(child));
 }
 
 bool Filter::isOperator(const std::string& token) {
-  return token == "or" || token == "OR" || token == "and" || token == "AND";
+  switch (token.size()) {
+    case 2: return token == "or" || token == "OR";
+    case 3: return token == "and" || token == "AND";
+    default: return false;
+  }
 }
 
 void Filter::parseOperator(strList& tokens, strIter& cur) {
@@ -99,21 +109,21 @@ void Filter::parse(strList& tokens, strIter& cur) { parseAt(tokens, cur, 0); }
 void Filter::parseAt(strList& tokens, strIter& cur, int depth) {
   checkDepth(depth);
   parseOperator(tokens, cur);
-  const bool bracketed = cur != tokens.end() && *cur == "[";
+  const bool bracketed = cur != tokens.end() && lytFilterParser::detail::isChar(*cur, '[');
   if (bracketed) ++cur;
-  while (cur != tokens.end() && *cur == "-f") {
+  while (cur != tokens.end() && lytFilterParser::detail::isOption(*cur, 'f')) {
     ++cur;
     if (cur != tokens.end() && isOperator(*cur)) {
       std::unique_ptr<Filter> inner(new Filter());
       inner->parseAt(tokens, cur, depth + 1);
-      children.push_back(std::move(inner));
+      addParsedChild(std::move(inner));
     } else {
-      children.emplace_back(AtomFilter::getAtomFilter(tokens, cur));
+      addParsedChild(std::unique_ptr<AbstractFilter>(AtomFilter::getAtomFilter(tokens, cur)));
     }
   }
   if (bracketed) {
     if (cur == tokens.end()) fail("`]` expected");
-    if (*cur != "]") fail("`]` expected instead of: " + *cur);
+    if (!lytFilterParser::detail::isChar(*cur, ']')) fail("`]` expected instead of: " + *cur);
     ++cur;
   }
 }

@@ -60,6 +60,7 @@ class LFP_API Filter : public AbstractFilter {
   LFP_HIDDEN void parseAt(strList& tokens, strIter& cur, int depth);
   LFP_HIDDEN void cloneChildrenOf(const Filter& other, int depth);
   LFP_HIDDEN void appendAt(std::string& out, int depth) const;
+  LFP_HIDDEN void addParsedChild(std::unique_ptr<AbstractFilter> child);
 
   FilterOperator filterOperator;
   Children children;

@@ -1,5 +1,7 @@
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 
+#include "lytFilterParser/detail/Text.h"
+
 InterfaceAtomFilter::InterfaceAtomFilter(strList& tokens, strIter& cur) : AtomFilter(TAV_INTERFACE, false) {
   // The factory chose this class by the keyword under the cursor.
   if (cur != tokens.end()) ++cur;
@@ -19,7 +21,7 @@ InterfaceAtomFilter::~InterfaceAtomFilter() = default;
 void InterfaceAtomFilter::parseInterfaceInfoList(strList& tokens, strIter& cur) {
   while (cur != tokens.end()) {
     const std::string& token = *cur;
-    if (token[0] == '-' || token == "]") break;
+    if (token[0] == '-' || lytFilterParser::detail::isChar(token, ']')) break;
     interfaces.push_back(InterfaceInfo(tokens, cur));
     ++cur;
   }

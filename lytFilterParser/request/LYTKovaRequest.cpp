@@ -49,7 +49,8 @@ std::string LYTKovaRequest::convert(const std::string& text, TavVersion version,
   if (tokens.empty()) return result;
   std::unique_ptr<NetworkKovaRequest> request;
   try {
-    request.reset(new NetworkKovaRequest(tokens, version));
+    // The token list is the converter's own: the reader may take its nodes.
+    request.reset(new NetworkKovaRequest(tokens, version, NetworkKovaRequest::OwnedTokens()));
   } catch (const std::string& message) {
     error = message;
     return result;

@@ -1,7 +1,11 @@
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 
-#include <cstdio>
+#include <charconv>
+#include <typeinfo>
 #include <utility>
+
+#include "lytFilterParser/filter/ContentFilter.h"
+#include "lytFilterParser/filter/InterfaceAtomFilter.h"
 
 #include "lytFilterParser/detail/Text.h"
 
@@ -76,7 +80,7 @@ void NetworkKovaRequest::parseFilterOption(strList& tokens, strIter& cur) {
   cur = tokens.insert(cur, "and");
   tokens.insert(cur, "-f");
   strIter close = cur;
-  while (close != tokens.end() && ((*close)[0] != '-' || *close == "-f")) ++close;
+  while (close != tokens.end() && ((*close)[0] != '-' || lytFilterParser::detail::isOption(*close, 'f'))) ++close;
   tokens.insert(close, "]");
   filter.parse(tokens, cur);
 }
@@ -119,34 +123,41 @@ TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
 
 namespace {
 
+// Writes name, the number in decimal ("%d") and a blank.
 void appendNumber(std::string& out, const char* name, int value) {
   char buffer[16];
-  std::snprintf(buffer, sizeof buffer, "%d ", value);
+  const std::to_chars_result end = std::to_chars(buffer, buffer + sizeof buffer, value);
   out += name;
-  out += buffer;
+  out.append(buffer, end.ptr);
+  out += ' ';
 }
 
 }  // namespace
 
-std::string NetworkKovaRequest::dumpSort() const {
-  std::string out;
+void NetworkKovaRequest::appendSort(std::string& out) const {
   switch (sortType) {
     case TAV_SORT_TOP: out += "-s top "; break;
     case TAV_SORT_BOTTOM: out += "-s bottom "; break;
-    case TAV_SORT_NONE: return out;
+    case TAV_SORT_NONE: return;
     default: break;
   }
   if (values.size() > 1) appendNumber(out, "index=", sortIndex);
   if (maxUpdates != defaultMaxUpdates) appendNumber(out, "updates=", maxUpdates);
+}
+
+std::string NetworkKovaRequest::dumpSort() const {
+  std::string out;
+  appendSort(out);
   return out;
 }
 
 std::string NetworkKovaRequest::dump() const {
   std::string out;
+  out.reserve(256);  // a typical request in one allocation
   filter.appendTo(out);
   keys.appendTo(out);
   values.appendTo(out);
-  out += dumpSort();
+  appendSort(out);
   return out;
 }
 
@@ -158,6 +169,36 @@ void NetworkKovaRequest::addColumn(bool isKey, const TavColumn& column) {
   }
 }
 
+namespace {
+
+// The number of names the filter tree hands to the module-name walk.
+std::size_t countFilterNames(const AbstractFilter& node) {
+  const std::type_info& type = typeid(node);
+  if (type == typeid(Filter)) {
+    std::size_t count = 0;
+    for (const std::unique_ptr<AbstractFilter>& child : static_cast<const Filter&>(node).getChildren()) {
+      count += countFilterNames(*child);
+    }
+    return count;
+  }
+  if (type == typeid(ContentFilter)) {
+    const ContentFilter& content = static_cast<const ContentFilter&>(node);
+    return content.takesModuleNames() ? content.getEntitiesCount() : 0;
+  }
+  if (type == typeid(InterfaceAtomFilter)) return 0;
+  strList names;  // a filter class of the caller's own: ask it
+  node.getModuleNames(names);
+  return names.size();
+}
+
+}  // namespace
+
+std::size_t NetworkKovaRequest::countModuleNames() const {
+  std::size_t count = countFilterNames(filter);
+  for (const TavColumn& key : keys) count += key.getEntities().size();
+  return count;
+}
+
 strList NetworkKovaRequest::getModuleNames() const {
   strList names;
   filter.getModuleNames(names);
@@ -167,7 +208,7 @@ strList NetworkKovaRequest::getModuleNames() const {
 
 bool NetworkKovaRequest::setModuleNames(strList& oldNames, strList& newNames) {
   // The walk itself cannot see the ends of the lists: check their lengths first.
-  const std::size_t needed = getModuleNames().size();
+  const std::size_t needed = countModuleNames();
   if (oldNames.size() < needed || newNames.size() < needed) {
     fail("setModuleNames: the request has " + std::to_string(needed) + " module names but " +
          std::to_string(oldNames.size() < needed ? oldNames.size() : newNames.size()) + " " +

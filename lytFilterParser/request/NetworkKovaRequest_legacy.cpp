@@ -2,6 +2,7 @@
 // token list into current-syntax tokens and parses those; the writer builds
 // the legacy text from the model.
 #include <cstring>
+#include <iterator>
 
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
@@ -9,7 +10,6 @@
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 
 using lytFilterParser::detail::fail;
-using lytFilterParser::detail::startsWith;
 
 namespace {
 
@@ -42,6 +42,15 @@ constexpr GroupWritten kGroupWrite[] = {
 
 NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version)
     : sortType(TAV_SORT_NONE), sortIndex(1), maxUpdates(defaultMaxUpdates) {
+  readLegacy(tokens, version, false);
+}
+
+NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version, OwnedTokens)
+    : sortType(TAV_SORT_NONE), sortIndex(1), maxUpdates(defaultMaxUpdates) {
+  readLegacy(tokens, version, true);
+}
+
+void NetworkKovaRequest::readLegacy(strList& tokens, TavVersion version, bool owned) {
   const unsigned peer = static_cast<unsigned>(version);
   if (peer == 3) {
     if (!tokens.empty()) {
@@ -53,17 +62,31 @@ NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version)
   if (peer > 3) fail("NetworkKovaRequest: Invalid version");
   if (peer == 0) return;
   strList translated;
-  translateLegacy(tokens, translated);
+  translateLegacy(tokens, translated, owned);
   strIter cur = translated.begin();
   parse(translated, cur);
 }
 
-void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out) {
+void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool owned) {
   bool valueGiven = false;
   strIter cur = tokens.begin();
   const strIter end = tokens.end();
+  // Appends the token under the cursor unchanged and advances: a list the
+  // library owns gives up its node, a caller's list is copied from.
+  const auto take = [&] {
+    if (owned) {
+      const strIter next = std::next(cur);
+      out.splice(out.end(), tokens, cur);
+      cur = next;
+    } else {
+      out.push_back(*cur);
+      ++cur;
+    }
+  };
   while (cur != end) {
-    if (startsWith(*cur, "-y")) {
+    const std::string& token = *cur;
+    const char option = token.size() >= 2 && token[0] == '-' ? token[1] : '\0';
+    if (option == 'y') {
       out.emplace_back("-v");
       ++cur;
       if (cur == end) fail("Invalid value type");
@@ -78,7 +101,7 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out) {
       ++cur;
       continue;
     }
-    if (startsWith(*cur, "-g")) {
+    if (option == 'g') {
       out.emplace_back("-k");
       ++cur;
       if (cur == end) fail("Invalid key type");
@@ -99,10 +122,14 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out) {
         continue;
       }
       // After a plain group the rest of the line is taken as it stands.
-      out.insert(out.end(), cur, end);
+      if (owned) {
+        out.splice(out.end(), tokens, cur, end);
+      } else {
+        out.insert(out.end(), cur, end);
+      }
       break;
     }
-    if (startsWith(*cur, "-a")) {
+    if (option == 'a') {
       ++cur;
       if (cur == end) break;
       if ((*cur)[0] == 'i') {
@@ -123,7 +150,7 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out) {
       if (cur == end) fail("Invalid interface filter");
       ++cur;
       if (cur == end) fail("Invalid interface filter");
-      if (*cur == "[") {
+      if (lytFilterParser::detail::isChar(*cur, '[')) {
         ++cur;
         if (cur == end) fail("Invalid interface filter");
       }
@@ -139,17 +166,13 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out) {
     }
     if (*cur == "src" || *cur == "dst" || *cur == "svc" || *cur == "ip") {
       out.emplace_back("-f");
-      out.push_back(*cur);
-      ++cur;
+      take();
       if (cur == end) fail("Invalid filter");
       if (*cur == "1") out.emplace_back("not");
       ++cur;
       if (cur == end) fail("Invalid filter");
       ++cur;
-      while (cur != end && *cur != "]") {
-        out.push_back(*cur);
-        ++cur;
-      }
+      while (cur != end && !lytFilterParser::detail::isChar(*cur, ']')) take();
       if (cur == end) fail("Invalid filter");
       ++cur;
       continue;

@@ -2,30 +2,33 @@
 
 #include <cstring>
 
+#include "lytFilterParser/detail/Keyword.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/ValueTypeTable.h"
 
 namespace lytFilterParser {
 namespace {
 
+using detail::keyword;
+
 struct KeywordEntry {
-  const char* keyword;
+  detail::Keyword word;
   TavValType type;
 };
 
 // The reader's order of comparison; telNumber is accepted here only.
 constexpr KeywordEntry kReadOrder[] = {
-    {"svc", TAV_SVC},           {"src", TAV_SRC},
-    {"dst", TAV_DST},           {"ip", TAV_IP},
-    {"fwrule", TAV_FWRULE},     {"qsrule", TAV_QSRULE},
-    {"connId", TAV_CONNID},     {"url", TAV_URL},
-    {"telNumber", TAV_TELNUMBER}, {"interface", TAV_INTERFACE},
-    {"ab", TAV_AB},             {"wb", TAV_WB},
-    {"pkt", TAV_PKT},           {"conn", TAV_CONN},
-    {"session", TAV_SESSION},   {"pktRange", TAV_PKTRANGE},
-    {"tunnel", TAV_TUNNEL},     {"tunnelType", TAV_TUNNELTYPE},
-    {"orientation", TAV_ORIENTATION}, {"citrix", TAV_CITRIX},
-    {"wdAttack", TAV_WDATTACK},
+    {keyword("svc"), TAV_SVC},           {keyword("src"), TAV_SRC},
+    {keyword("dst"), TAV_DST},           {keyword("ip"), TAV_IP},
+    {keyword("fwrule"), TAV_FWRULE},     {keyword("qsrule"), TAV_QSRULE},
+    {keyword("connId"), TAV_CONNID},     {keyword("url"), TAV_URL},
+    {keyword("telNumber"), TAV_TELNUMBER}, {keyword("interface"), TAV_INTERFACE},
+    {keyword("ab"), TAV_AB},             {keyword("wb"), TAV_WB},
+    {keyword("pkt"), TAV_PKT},           {keyword("conn"), TAV_CONN},
+    {keyword("session"), TAV_SESSION},   {keyword("pktRange"), TAV_PKTRANGE},
+    {keyword("tunnel"), TAV_TUNNEL},     {keyword("tunnelType"), TAV_TUNNELTYPE},
+    {keyword("orientation"), TAV_ORIENTATION}, {keyword("citrix"), TAV_CITRIX},
+    {keyword("wdAttack"), TAV_WDATTACK},
 };
 
 // Kova codes by value.
@@ -62,7 +65,7 @@ std::string dumpValueType(TavValType type) {
 
 TavValType getValueType(const std::string& keyword) {
   for (const KeywordEntry& entry : kReadOrder) {
-    if (keyword == entry.keyword) return entry.type;
+    if (detail::equals(keyword, entry.word)) return entry.type;
   }
   detail::fail("Invalid type: " + keyword);
 }
