@@ -26,12 +26,21 @@ inline bool isOption(const std::string& token, char letter) {
   return token.size() == 2 && token[0] == '-' && token[1] == letter;
 }
 
-inline bool contains(const std::string& token, const char* word) {
-  return token.find(word) != std::string::npos;
+// Containment and prefix tests against string literals, whose length the
+// compiler knows.
+template <std::size_t N>
+bool contains(const std::string& token, const char (&word)[N]) {
+  return token.find(word, 0, N - 1) != std::string::npos;
 }
 
-inline bool startsWith(const std::string& token, const char* prefix) {
-  return token.rfind(prefix, 0) == 0;
+template <std::size_t N>
+bool startsWith(const std::string& token, const char (&prefix)[N]) {
+  return token.size() >= N - 1 && token.compare(0, N - 1, prefix, N - 1) == 0;
+}
+
+template <std::size_t N>
+bool is(const std::string& token, const char (&word)[N]) {
+  return token.size() == N - 1 && token.compare(0, N - 1, word, N - 1) == 0;
 }
 
 // Reads a decimal integer the way the C library's atoi does (leading blanks

@@ -14,7 +14,7 @@ TavEntity::TavEntity(std::string text) { split(std::move(text)); }
 void TavEntity::setFilterString(const std::string& text) { split(std::string(text)); }
 
 void TavEntity::split(std::string&& text) {
-  const std::size_t at = text.find(kSeparator);
+  const std::size_t at = text.find(kSeparator, 0, 2);
   if (at == std::string::npos) {
     name = std::move(text);
     return;

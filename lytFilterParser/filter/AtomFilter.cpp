@@ -29,7 +29,7 @@ void AtomFilter::parseNot(strList& tokens, strIter& cur) {
   negation = false;
   if (cur == tokens.end()) return;
   const std::string& token = *cur;
-  if (token.size() == 3 && (token == "not" || token == "NOT")) {
+  if (lytFilterParser::detail::is(token, "not") || lytFilterParser::detail::is(token, "NOT")) {
     negation = true;
     ++cur;
   }
@@ -39,6 +39,6 @@ std::string AtomFilter::dumpNot() const { return negation ? "not" : ""; }
 
 AtomFilter* AtomFilter::getAtomFilter(strList& tokens, strIter& cur) {
   if (cur == tokens.end()) lytFilterParser::detail::fail("Expected type at this point but there is no data");
-  if (*cur == "interface") return new InterfaceAtomFilter(tokens, cur);
+  if (lytFilterParser::detail::is(*cur, "interface")) return new InterfaceAtomFilter(tokens, cur);
   return new ContentFilter(tokens, cur);
 }

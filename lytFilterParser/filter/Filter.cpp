@@ -85,18 +85,16 @@ void Filter::addChild(std::unique_ptr<AbstractFilter> child) {
 }
 
 bool Filter::isOperator(const std::string& token) {
-  switch (token.size()) {
-    case 2: return token == "or" || token == "OR";
-    case 3: return token == "and" || token == "AND";
-    default: return false;
-  }
+  using lytFilterParser::detail::is;
+  return is(token, "or") || is(token, "OR") || is(token, "and") || is(token, "AND");
 }
 
 void Filter::parseOperator(strList& tokens, strIter& cur) {
   const std::string& token = tokenAt(tokens, cur);
-  if (token == "or" || token == "OR") {
+  using lytFilterParser::detail::is;
+  if (is(token, "or") || is(token, "OR")) {
     filterOperator = FILTER_OR;
-  } else if (token == "and" || token == "AND") {
+  } else if (is(token, "and") || is(token, "AND")) {
     filterOperator = FILTER_AND;
   } else {
     fail("Not a valid operator: " + token);

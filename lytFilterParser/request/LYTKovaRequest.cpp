@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "lytFilterParser/detail/Text.h"
+
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 
@@ -29,7 +31,7 @@ LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::
   if (tokens.empty()) return nullptr;
   try {
     std::unique_ptr<LYTKovaRequest> request;
-    if (tokens.front() == "vl") {
+    if (lytFilterParser::detail::is(tokens.front(), "vl")) {
       tokens.pop_front();
       request.reset(new E2EKovaRequest(tokens));
     } else {

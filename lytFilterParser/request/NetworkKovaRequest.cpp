@@ -88,11 +88,11 @@ void NetworkKovaRequest::parseFilterOption(strList& tokens, strIter& cur) {
 void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) {
   if (cur == tokens.end()) fail("Sort type expected");
   const std::string& type = *cur;
-  if (type == "top") {
+  if (lytFilterParser::detail::is(type, "top")) {
     sortType = TAV_SORT_TOP;
-  } else if (type == "bottom") {
+  } else if (lytFilterParser::detail::is(type, "bottom")) {
     sortType = TAV_SORT_BOTTOM;
-  } else if (type == "none") {
+  } else if (lytFilterParser::detail::is(type, "none")) {
     sortType = TAV_SORT_NONE;
   } else {
     fail("Invalid sort type: " + type);
@@ -116,8 +116,8 @@ void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) {
 }
 
 TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
-  if (option == "sort=top") return TAV_SORT_TOP;
-  if (option == "sort=bottom") return TAV_SORT_BOTTOM;
+  if (lytFilterParser::detail::is(option, "sort=top")) return TAV_SORT_TOP;
+  if (lytFilterParser::detail::is(option, "sort=bottom")) return TAV_SORT_BOTTOM;
   return TAV_SORT_NONE;
 }
 

@@ -10,6 +10,7 @@
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 
 using lytFilterParser::detail::fail;
+using lytFilterParser::detail::is;
 
 namespace {
 
@@ -140,12 +141,12 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
       }
       // Anything else after "-a" is looked at as a filter word.
     }
-    if (*cur == "interface") {
+    if (is(*cur, "interface")) {
       out.emplace_back("-f");
       out.emplace_back("interface");
       ++cur;
       if (cur == end) fail("Invalid interface filter");
-      if (*cur == "1") out.emplace_back("not");
+      if (is(*cur, "1")) out.emplace_back("not");
       ++cur;
       if (cur == end) fail("Invalid interface filter");
       ++cur;
@@ -164,11 +165,11 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
       ++cur;
       continue;
     }
-    if (*cur == "src" || *cur == "dst" || *cur == "svc" || *cur == "ip") {
+    if (is(*cur, "src") || is(*cur, "dst") || is(*cur, "svc") || is(*cur, "ip")) {
       out.emplace_back("-f");
       take();
       if (cur == end) fail("Invalid filter");
-      if (*cur == "1") out.emplace_back("not");
+      if (is(*cur, "1")) out.emplace_back("not");
       ++cur;
       if (cur == end) fail("Invalid filter");
       ++cur;
