@@ -9,31 +9,13 @@
 #include <string>
 #include <vector>
 
+#include "lytFilterParser/version/VersionInfo.h"
+
 namespace {
 
-// Mirrors the record's layout.
-struct Record {
-  int32_t recordVersion;
-  char signature[12];
-  const char* name;
-  int32_t typeCode;
-  const char* moduleName;
-  int32_t buildNumber;
-  const char* majorRelease;
-  int32_t interfaceVersion;
-  const char* comments;
-  const char* companyName;
-  const char* legalCopyright;
-  const char* internalName;
-  const char* configuration;
-  const char* dependentLibraries;
-  const char* minorRelease;
-  const char* const* dependentLibraryTable;
-  int32_t majorReleaseNumber;
-  int32_t minorReleaseNumber;
-  int32_t optionPackNumber;
-  const char* versionString;
-};
+// The record's layout as the library's header declares it; the data come
+// from the built file, not from linking the library.
+typedef lytFilterParserVersionInfo Record;
 
 class VersionRecord : public ::testing::Test {
  protected:
