@@ -151,9 +151,42 @@ std::string NetworkKovaRequest::dumpSort() const {
   return out;
 }
 
+namespace {
+
+std::size_t entityTextSize(const TavEntityArray& entities) {
+  std::size_t size = 0;
+  for (const TavEntity& entity : entities) size += entity.getName().size() + entity.getResolvedName().size() + 3;
+  return size;
+}
+
+// An upper estimate of the filter tree's text, so that writing a large
+// request fills one buffer instead of regrowing it.
+std::size_t filterTextSize(const Filter& filter, int depth) {
+  std::size_t size = 16;
+  if (depth > Filter::maxNestingDepth) return size;
+  for (const std::unique_ptr<AbstractFilter>& child : filter.getChildren()) {
+    const AbstractFilter& node = *child;
+    const std::type_info& type = typeid(node);
+    if (type == typeid(Filter)) {
+      size += filterTextSize(static_cast<const Filter&>(node), depth + 1);
+    } else if (type == typeid(ContentFilter)) {
+      size += 32 + entityTextSize(static_cast<const ContentFilter&>(node).getEntities());
+    } else {
+      size += 64;
+    }
+  }
+  return size;
+}
+
+}  // namespace
+
 std::string NetworkKovaRequest::dump() const {
+  std::size_t estimate = 64 + filterTextSize(filter, 0);
+  for (const TavColumnArray* columns : {&keys, &values}) {
+    for (const TavColumn& column : *columns) estimate += 96 + entityTextSize(column.getEntities());
+  }
   std::string out;
-  out.reserve(256);  // a typical request in one allocation
+  out.reserve(estimate);
   filter.appendTo(out);
   keys.appendTo(out);
   values.appendTo(out);

@@ -72,8 +72,10 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
   bool valueGiven = false;
   strIter cur = tokens.begin();
   const strIter end = tokens.end();
-  // Appends the token under the cursor unchanged and advances: a list the
-  // library owns gives up its node, a caller's list is copied from.
+  // A list the library owns gives up its nodes: tokens that pass through
+  // move to the output, and tokens the translation drops are kept aside and
+  // reused for the words it adds. A caller's list is only read.
+  strList spare;
   const auto take = [&] {
     if (owned) {
       const strIter next = std::next(cur);
@@ -84,27 +86,44 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
       ++cur;
     }
   };
+  const auto drop = [&] {
+    if (owned) {
+      const strIter next = std::next(cur);
+      spare.splice(spare.end(), tokens, cur);
+      cur = next;
+    } else {
+      ++cur;
+    }
+  };
+  const auto emit = [&](const char* word) {
+    if (spare.empty()) {
+      out.emplace_back(word);
+    } else {
+      spare.front().assign(word);
+      out.splice(out.end(), spare, spare.begin());
+    }
+  };
   while (cur != end) {
     const std::string& token = *cur;
     const char option = token.size() >= 2 && token[0] == '-' ? token[1] : '\0';
     if (option == 'y') {
-      out.emplace_back("-v");
-      ++cur;
+      drop();
+      emit("-v");
       if (cur == end) fail("Invalid value type");
       switch ((*cur)[0]) {
-        case 'b': out.emplace_back("wb"); break;
-        case 'C': out.emplace_back("conn"); out.emplace_back("acc=concurrent"); break;
-        case 'c': out.emplace_back("conn"); out.emplace_back("acc=new"); break;
-        case 'p': out.emplace_back("pkt"); break;
+        case 'b': emit("wb"); break;
+        case 'C': emit("conn"); emit("acc=concurrent"); break;
+        case 'c': emit("conn"); emit("acc=new"); break;
+        case 'p': emit("pkt"); break;
         default: fail("Invalid value type");
       }
       valueGiven = true;
-      ++cur;
+      drop();
       continue;
     }
     if (option == 'g') {
-      out.emplace_back("-k");
-      ++cur;
+      drop();
+      emit("-k");
       if (cur == end) fail("Invalid key type");
       const GroupWord* group = nullptr;
       for (const GroupWord& word : kGroupRead) {
@@ -114,12 +133,11 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
         }
       }
       if (group == nullptr) fail("Invalid key type");
-      out.emplace_back(group->keyType);
-      const bool top = std::strncmp(group->legacy, "top", 3) == 0;
-      ++cur;
-      if (top) {
-        out.emplace_back("-s");
-        out.emplace_back("top");
+      drop();
+      emit(group->keyType);
+      if (std::strncmp(group->legacy, "top", 3) == 0) {
+        emit("-s");
+        emit("top");
         continue;
       }
       // After a plain group the rest of the line is taken as it stands.
@@ -131,58 +149,59 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
       break;
     }
     if (option == 'a') {
-      ++cur;
+      drop();
       if (cur == end) break;
       if ((*cur)[0] == 'i') {
-        out.emplace_back("-k");
-        out.emplace_back("connId");
-        ++cur;
+        drop();
+        emit("-k");
+        emit("connId");
         continue;
       }
       // Anything else after "-a" is looked at as a filter word.
     }
     if (is(*cur, "interface")) {
-      out.emplace_back("-f");
-      out.emplace_back("interface");
-      ++cur;
+      drop();
+      emit("-f");
+      emit("interface");
       if (cur == end) fail("Invalid interface filter");
-      if (is(*cur, "1")) out.emplace_back("not");
-      ++cur;
+      const bool negated = is(*cur, "1");
+      drop();
+      if (negated) emit("not");
       if (cur == end) fail("Invalid interface filter");
-      ++cur;
+      drop();
       if (cur == end) fail("Invalid interface filter");
       if (lytFilterParser::detail::isChar(*cur, '[')) {
-        ++cur;
+        drop();
         if (cur == end) fail("Invalid interface filter");
       }
-      const strIter name = cur;
-      ++cur;
+      std::string item = *cur;  // the name, then "," and the direction
+      drop();
       if (cur == end) fail("Invalid interface filter");
-      std::string item;
-      item.reserve(name->size() + 1 + cur->size());
-      item.append(*name).append(1, ',').append(*cur);
-      out.push_back(std::move(item));
-      ++cur;
+      item.append(1, ',').append(*cur);
+      drop();
+      emit("");
+      out.back() = std::move(item);
       continue;
     }
     if (is(*cur, "src") || is(*cur, "dst") || is(*cur, "svc") || is(*cur, "ip")) {
-      out.emplace_back("-f");
+      emit("-f");
       take();
       if (cur == end) fail("Invalid filter");
-      if (is(*cur, "1")) out.emplace_back("not");
-      ++cur;
+      const bool negated = is(*cur, "1");
+      drop();
+      if (negated) emit("not");
       if (cur == end) fail("Invalid filter");
-      ++cur;
+      drop();
       while (cur != end && !lytFilterParser::detail::isChar(*cur, ']')) take();
       if (cur == end) fail("Invalid filter");
-      ++cur;
+      drop();
       continue;
     }
-    ++cur;
+    drop();
   }
   if (!valueGiven) {
-    out.emplace_back("-v");
-    out.emplace_back("wb");
+    emit("-v");
+    emit("wb");
   }
 }
 
