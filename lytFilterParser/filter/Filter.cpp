@@ -109,6 +109,15 @@ void Filter::parseAt(strList& tokens, strIter& cur, int depth) {
   parseOperator(tokens, cur);
   const bool bracketed = cur != tokens.end() && lytFilterParser::detail::isChar(*cur, '[');
   if (bracketed) ++cur;
+  parseChildren(tokens, cur, depth, bracketed);
+}
+
+void Filter::parseConjunction(strList& tokens, strIter& cur) {
+  filterOperator = FILTER_AND;
+  parseChildren(tokens, cur, 0, true);
+}
+
+void Filter::parseChildren(strList& tokens, strIter& cur, int depth, bool bracketed) {
   while (cur != tokens.end() && lytFilterParser::detail::isOption(*cur, 'f')) {
     ++cur;
     if (cur != tokens.end() && isOperator(*cur)) {

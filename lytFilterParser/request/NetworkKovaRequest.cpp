@@ -73,16 +73,15 @@ void NetworkKovaRequest::parseFilterOption(strList& tokens, strIter& cur) {
     filter.parse(tokens, cur);
     return;
   }
-  // A bare atom list: turn "-f A ... -f B ..." into "-f and [ -f A ... -f B ... ]"
-  // so that the compound reader takes every consecutive atom as one conjunction.
+  // A bare atom list: "-f A ... -f B ..." is read as "-f and [ -f A ... -f B ... ]",
+  // one conjunction of every consecutive atom. Only the closing "]" goes into
+  // the list, before the first option that is not "-f": the readers of the
+  // atoms and of nested filters stop there. The "and" and the "[" are implied.
   --cur;
-  cur = tokens.insert(cur, "[");
-  cur = tokens.insert(cur, "and");
-  tokens.insert(cur, "-f");
   strIter close = cur;
   while (close != tokens.end() && ((*close)[0] != '-' || lytFilterParser::detail::isOption(*close, 'f'))) ++close;
   tokens.insert(close, "]");
-  filter.parse(tokens, cur);
+  filter.parseConjunction(tokens, cur);
 }
 
 void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) {
