@@ -49,16 +49,19 @@ std::string LYTKovaRequest::convert(const std::string& text, TavVersion version,
   strList tokens;
   fillFilterList(tokens, text);
   if (tokens.empty()) return result;
-  std::unique_ptr<NetworkKovaRequest> request;
+  // Only messages from reading go to `error`; one thrown while writing
+  // reaches the caller, after the request (which lives only for this call)
+  // is gone.
+  bool read = false;
   try {
     // The token list is the converter's own: the reader may take its nodes.
-    request.reset(new NetworkKovaRequest(tokens, version, NetworkKovaRequest::OwnedTokens()));
+    NetworkKovaRequest request(tokens, version, NetworkKovaRequest::OwnedTokens());
+    read = true;
+    result = request.dump();
   } catch (const std::string& message) {
+    if (read) throw;
     error = message;
-    return result;
   }
-  // A message thrown while writing reaches the caller; the request is still released.
-  result = request->dump();
   return result;
 }
 

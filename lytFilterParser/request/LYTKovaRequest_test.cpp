@@ -98,4 +98,17 @@ TEST(Convert, ReadsForAnOlderPeerByDefaultAndAssignsFaults) {
   EXPECT_EQ(error, "NetworkKovaRequest: Invalid version");
 }
 
+TEST(Convert, AMessageFromWritingReachesTheCaller) {
+  // After a plain group the rest of the line is read as it stands, so a
+  // telNumber key column gets in; it has no written keyword.
+  std::string error = "untouched";
+  try {
+    LYTKovaRequest::convert("-g src -k telNumber", error);
+    FAIL() << "expected the writer's message";
+  } catch (const std::string& message) {
+    EXPECT_EQ(message, "Not a valid argument for type");
+  }
+  EXPECT_EQ(error, "untouched");
+}
+
 }  // namespace
