@@ -22,13 +22,9 @@ def run(args, stdin=None, cwd=None):
     return proc.returncode, proc.stdout, proc.stderr
 
 
-def expect(name, args, stdout="", stderr="", status=0, stdin=None, cwd=None):
-    """The call must print exactly `stdout` and `stderr` and exit with `status`."""
+def record(name, args, problems, err, stderr, code, status):
+    """Adds the stderr and exit-status checks, then counts the call as passed or failed."""
     global passed
-    code, out, err = run(args, stdin, cwd)
-    problems = []
-    if out != stdout:
-        problems.append("stdout:\n  expected %r\n  actual   %r" % (stdout, out))
     if err != stderr:
         problems.append("stderr:\n  expected %r\n  actual   %r" % (stderr, err))
     if code != status:
@@ -40,9 +36,17 @@ def expect(name, args, stdout="", stderr="", status=0, stdin=None, cwd=None):
         passed += 1
 
 
+def expect(name, args, stdout="", stderr="", status=0, stdin=None, cwd=None):
+    """The call must print exactly `stdout` and `stderr` and exit with `status`."""
+    code, out, err = run(args, stdin, cwd)
+    problems = []
+    if out != stdout:
+        problems.append("stdout:\n  expected %r\n  actual   %r" % (stdout, out))
+    record(name, args, problems, err, stderr, code, status)
+
+
 def expect_json(name, args, objects, status=0, stdin=None, stderr=""):
     """The call must print one JSON object per line, equal to `objects`."""
-    global passed
     code, out, err = run(args, stdin)
     problems = []
     try:
@@ -52,15 +56,7 @@ def expect_json(name, args, objects, status=0, stdin=None, stderr=""):
         problems.append("not JSON lines (%s): %r" % (error, out))
     if actual is not None and actual != objects:
         problems.append("objects:\n  expected %r\n  actual   %r" % (objects, actual))
-    if err != stderr:
-        problems.append("stderr:\n  expected %r\n  actual   %r" % (stderr, err))
-    if code != status:
-        problems.append("exit status: expected %d, actual %d" % (status, code))
-    if problems:
-        failed.append(name)
-        print("FAIL %s: lytreq %s\n%s" % (name, " ".join(args), "\n".join(problems)))
-    else:
-        passed += 1
+    record(name, args, problems, err, stderr, code, status)
 
 
 def expect_true(name, condition, detail=""):
