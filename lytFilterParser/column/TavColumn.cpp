@@ -34,6 +34,13 @@ const char* accWritten(TavAccType acc) {
   return index < sizeof kAccWritten / sizeof kAccWritten[0] ? kAccWritten[index] : "";
 }
 
+// The option word of a role; nothing for a code that is neither.
+const char* roleWritten(KeyOrValue role) {
+  if (role == TAV_KEY) return "-k ";
+  if (role == TAV_VALUE) return "-v ";
+  return "";
+}
+
 }  // namespace
 
 TavColumn::TavColumn(KeyOrValue role, TavValType type, TavAccType acc, const TavEntityArray& list,
@@ -87,17 +94,12 @@ void TavColumn::parseAccumulationMode(strList& tokens, strIter& cur) {
   fail("Invalid accumulation mode: " + *cur);
 }
 
-std::string TavColumn::dumpkeyOrValue() const {
-  if (keyOrValue == TAV_KEY) return "-k ";
-  if (keyOrValue == TAV_VALUE) return "-v ";
-  return "";
-}
+std::string TavColumn::dumpkeyOrValue() const { return roleWritten(keyOrValue); }
 
 std::string TavColumn::dumpAccumulationMode() const { return accWritten(accType); }
 
 void TavColumn::appendTo(std::string& out) const {
-  if (keyOrValue == TAV_KEY) out += "-k ";
-  if (keyOrValue == TAV_VALUE) out += "-v ";
+  out += roleWritten(keyOrValue);
   const char* keyword = lytFilterParser::detail::valueTypeKeyword(valueType);
   if (keyword == nullptr) fail("Not a valid argument for type");
   out += keyword;
@@ -116,7 +118,3 @@ std::string TavColumn::dump() const {
 void TavColumn::getModuleNames(strList& names) const { entities.getModuleNames(names); }
 
 bool TavColumn::setModuleNames(strIter& oldName, strIter& newName) { return entities.setModuleNames(oldName, newName); }
-
-bool TavColumn::setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd) {
-  return entities.setModuleNames(oldName, oldEnd, newName, newEnd);
-}

@@ -66,7 +66,6 @@ class LFP_API TavColumn {
   bool setModuleNames(strIter& oldName, strIter& newName);
 
   LFP_HIDDEN void appendTo(std::string& out) const;
-  LFP_HIDDEN bool setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd);
 
  private:
   KeyOrValue keyOrValue;

@@ -21,11 +21,3 @@ bool TavColumnArray::setModuleNames(strIter& oldName, strIter& newName) {
   }
   return all;
 }
-
-bool TavColumnArray::setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd) {
-  bool all = true;
-  for (TavColumn& column : columns) {
-    if (!column.setModuleNames(oldName, oldEnd, newName, newEnd)) all = false;
-  }
-  return all;
-}

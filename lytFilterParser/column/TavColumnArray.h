@@ -39,7 +39,6 @@ class LFP_API TavColumnArray {
   const_iterator end() const { return columns.end(); }
 
   LFP_HIDDEN void appendTo(std::string& out) const;
-  LFP_HIDDEN bool setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd);
 
  private:
   // A request has a few columns: room for them at the first one.

@@ -53,8 +53,18 @@ void TavEntityArray::getModuleNames(strList& names) const {
   for (const TavEntity& entity : entities) names.push_back(entity.getName());
 }
 
-bool TavEntityArray::setModuleNames(strIter& oldName, strIter& newName) {
+namespace {
+
+// The substitution walk; `bounded` says whether the list ends are known.
+bool substitute(std::vector<TavEntity>& entities, strIter& oldName, const strIter* oldEnd, strIter& newName,
+                const strIter* newEnd) {
   for (TavEntity& entity : entities) {
+    if (oldEnd != nullptr && oldName == *oldEnd) {
+      lytFilterParser::detail::fail("setModuleNames: the list of old names is shorter than the module names");
+    }
+    if (newEnd != nullptr && newName == *newEnd) {
+      lytFilterParser::detail::fail("setModuleNames: the list of new names is shorter than the module names");
+    }
     if (entity.getName() != *oldName) lytFilterParser::detail::fail(*oldName);
     entity.setResolvedName(*newName);
     ++oldName;
@@ -63,14 +73,12 @@ bool TavEntityArray::setModuleNames(strIter& oldName, strIter& newName) {
   return true;
 }
 
+}  // namespace
+
+bool TavEntityArray::setModuleNames(strIter& oldName, strIter& newName) {
+  return substitute(entities, oldName, nullptr, newName, nullptr);
+}
+
 bool TavEntityArray::setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd) {
-  for (TavEntity& entity : entities) {
-    if (oldName == oldEnd) lytFilterParser::detail::fail("setModuleNames: the list of old names is shorter than the module names");
-    if (newName == newEnd) lytFilterParser::detail::fail("setModuleNames: the list of new names is shorter than the module names");
-    if (entity.getName() != *oldName) lytFilterParser::detail::fail(*oldName);
-    entity.setResolvedName(*newName);
-    ++oldName;
-    ++newName;
-  }
-  return true;
+  return substitute(entities, oldName, &oldEnd, newName, &newEnd);
 }

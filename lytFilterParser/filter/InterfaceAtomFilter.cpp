@@ -27,23 +27,27 @@ void InterfaceAtomFilter::parseInterfaceInfoList(strList& tokens, strIter& cur) 
   }
 }
 
-std::string InterfaceAtomFilter::dumpInterfaceInfoList() const {
-  std::string out;
-  for (const InterfaceInfo& item : interfaces) {
+namespace {
+
+void appendItems(const InterfaceInfoList& items, std::string& out) {
+  for (const InterfaceInfo& item : items) {
     out += ' ';
     item.appendTo(out);
     out += ' ';
   }
+}
+
+}  // namespace
+
+std::string InterfaceAtomFilter::dumpInterfaceInfoList() const {
+  std::string out;
+  appendItems(interfaces, out);
   return out;
 }
 
 void InterfaceAtomFilter::appendTo(std::string& out) const {
   out += negation ? "-f interface not " : "-f interface  ";
-  for (const InterfaceInfo& item : interfaces) {
-    out += ' ';
-    item.appendTo(out);
-    out += ' ';
-  }
+  appendItems(interfaces, out);
 }
 
 std::string InterfaceAtomFilter::dump() const {
