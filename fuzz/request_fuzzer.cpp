@@ -6,11 +6,46 @@
 
 #include "FuzzCommon.h"
 
+namespace {
+
+// What a request writes, or "<message> " and what writing threw.
+std::string written(const LYTKovaRequest& request) {
+  std::string out;
+  if (!fuzz::allowMessage([&] { out = request.dump(); })) return "<message from dump>";
+  return out;
+}
+
+// The factory reads the text in place; the parsing constructors read the
+// token list fillFilterList makes of it. Both must give the same request or
+// the same message.
+std::string throughTokenList(const std::string& text) {
+  strList tokens;
+  LYTKovaRequest::fillFilterList(tokens, text);
+  if (tokens.empty()) return "<no request>";
+  std::unique_ptr<LYTKovaRequest> request;
+  try {
+    if (tokens.front() == "vl") {
+      tokens.pop_front();
+      request.reset(new E2EKovaRequest(tokens));
+    } else {
+      request.reset(new NetworkKovaRequest(tokens));
+    }
+  } catch (const std::string& message) {
+    return "<message> " + message;
+  }
+  return written(*request);
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
   std::string error;
   std::unique_ptr<LYTKovaRequest> request;
   fuzz::allowMessage([&] { request.reset(LYTKovaRequest::getLYTKovaRequest(text, error)); });
+  const std::string inPlace = request ? written(*request) : error.empty() ? "<no request>" : "<message> " + error;
+  const std::string listed = throughTokenList(text);
+  if (inPlace != listed) fuzz::failure("the text and token-list readers disagree", text + "\n" + inPlace + "\n" + listed);
   if (!request) return 0;
 
   fuzz::checkRoundTrip(*request);

@@ -1,6 +1,7 @@
 #include "lytFilterParser/column/TavColumn.h"
 
 #include "lytFilterParser/detail/Keyword.h"
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/ValueTypeTable.h"
 
@@ -54,45 +55,63 @@ TavColumn::TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string
     : keyOrValue(role),
       valueType(role == TAV_KEY ? TAV_SVC : TAV_AB),
       accType(role == TAV_KEY ? TAV_ACC_REPLACE : TAV_ACC_RATE) {
+  lytFilterParser::detail::Reader::column(*this, tokens, cur, sortOption);
+}
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur,
+                                             std::string& sortOption) {
   if (cur == tokens.end()) fail("Expected type at this point but there is no data");
-  valueType = lytFilterParser::getValueType(*cur);
+  column.valueType = valueType(*cur);
   ++cur;
   while (cur != tokens.end()) {
-    const std::string& token = *cur;
-    if (token[0] == '-') break;
-    if (lytFilterParser::detail::contains(token, "acc")) {
-      parseAccumulationMode(tokens, cur);
-    } else if (lytFilterParser::detail::contains(token, "sort")) {
-      sortOption = token;
+    const std::string_view token = *cur;
+    if (firstChar(token) == '-') break;
+    if (contains(token, "acc")) {
+      accumulation(column, tokens, cur);
+    } else if (contains(token, "sort")) {
+      sortOption.assign(token.data(), token.size());
       ++cur;
-    } else if (token.find('=') != std::string::npos) {
-      columnFilter.parse(tokens, cur);
+    } else if (token.find('=') != std::string_view::npos) {
+      columnFilter(column.columnFilter, tokens, cur);
     } else {
-      entities.parse(tokens, cur);
+      entities(column.entities, tokens, cur);
       // A bracket that closes nothing here stays with the column as an entity.
-      if (cur != tokens.end() && lytFilterParser::detail::isChar(*cur, ']')) {
-        entities.add(TavEntity(std::string("]")));
+      if (cur != tokens.end() && isChar(*cur, ']')) {
+        column.entities.add(TavEntity(std::string("]")));
         ++cur;
       }
     }
   }
 }
 
+template void lytFilterParser::detail::Reader::column<strList>(TavColumn&, strList&, strIter&, std::string&);
+template void lytFilterParser::detail::Reader::column<lytFilterParser::detail::TextTokens>(
+    TavColumn&, lytFilterParser::detail::TextTokens&, lytFilterParser::detail::TextTokens::iterator&, std::string&);
+
 TavColumn::~TavColumn() = default;
 
 TavColumn* TavColumn::clone() const { return new TavColumn(keyOrValue, valueType, accType, entities, columnFilter); }
 
 void TavColumn::parseAccumulationMode(strList& tokens, strIter& cur) {
+  lytFilterParser::detail::Reader::accumulation(*this, tokens, cur);
+}
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::accumulation(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) fail("Expected type at this point but there is no data");
+  const std::string_view token = *cur;
   for (const AccWord& word : kAccRead) {
-    if (lytFilterParser::detail::equals(*cur, word.word)) {
-      accType = word.code;
+    if (equals(token, word.word)) {
+      column.accType = word.code;
       ++cur;
       return;
     }
   }
-  fail("Invalid accumulation mode: " + *cur);
+  fail(message("Invalid accumulation mode: ", token));
 }
+
+LFP_INSTANTIATE_READER(accumulation, TavColumn&);
 
 std::string TavColumn::dumpkeyOrValue() const { return roleWritten(keyOrValue); }
 

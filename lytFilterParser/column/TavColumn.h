@@ -68,6 +68,8 @@ class LFP_API TavColumn {
   LFP_HIDDEN void appendTo(std::string& out) const;
 
  private:
+  friend struct lytFilterParser::detail::Reader;
+
   KeyOrValue keyOrValue;
   TavValType valueType;
   TavAccType accType;

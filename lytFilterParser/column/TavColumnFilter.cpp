@@ -1,5 +1,6 @@
 #include "lytFilterParser/column/TavColumnFilter.h"
 
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
 
 namespace {
@@ -40,16 +41,19 @@ constexpr OptionRule kRules[RULE_COUNT] = {
 TavColumnFilter::TavColumnFilter(int encryption, int compression, int dir, int citrixPrint, int url)
     : encryptionMode(encryption), compressionMode(compression), direction(dir), citrixPrintMode(citrixPrint), urlMode(url) {}
 
-void TavColumnFilter::parse(strList& tokens, strIter& cur) {
-  using lytFilterParser::detail::fail;
+void TavColumnFilter::parse(strList& tokens, strIter& cur) { lytFilterParser::detail::Reader::columnFilter(*this, tokens, cur); }
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) fail("Error: Expected end of line");
-  const std::string& token = *cur;
-  int* const fields[RULE_COUNT] = {&direction, &encryptionMode, &compressionMode, &citrixPrintMode, &urlMode};
+  const std::string_view token = *cur;
+  int* const fields[RULE_COUNT] = {&filter.direction, &filter.encryptionMode, &filter.compressionMode,
+                                   &filter.citrixPrintMode, &filter.urlMode};
   for (int r = 0; r < RULE_COUNT; ++r) {
     const OptionRule& rule = kRules[r];
-    if (token.find(rule.name) == std::string::npos) continue;
+    if (token.find(rule.name) == std::string_view::npos) continue;
     for (int w = 0; w < rule.wordCount; ++w) {
-      if (token.find(rule.words[w].word, rule.valueFrom) != std::string::npos) {
+      if (token.find(rule.words[w].word, rule.valueFrom) != std::string_view::npos) {
         *fields[r] = rule.words[w].code;
         ++cur;
         return;
@@ -59,6 +63,8 @@ void TavColumnFilter::parse(strList& tokens, strIter& cur) {
   }
   fail("Expected filter type");
 }
+
+LFP_INSTANTIATE_READER(columnFilter, TavColumnFilter&);
 
 bool TavColumnFilter::restrictsTraffic() const {
   return encryptionMode != BOTH || compressionMode != BOTH || direction != BOTH || citrixPrintMode != BOTH;

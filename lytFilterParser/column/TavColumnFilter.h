@@ -39,6 +39,8 @@ class LFP_API TavColumnFilter {
   LFP_HIDDEN void appendTo(std::string& out) const;
 
  private:
+  friend struct lytFilterParser::detail::Reader;
+
   int encryptionMode = BOTH;
   int compressionMode = BOTH;
   int direction = BOTH;

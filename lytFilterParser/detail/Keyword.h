@@ -5,7 +5,7 @@
 
 #include <cstddef>
 #include <cstring>
-#include <string>
+#include <string_view>
 
 namespace lytFilterParser {
 namespace detail {
@@ -21,7 +21,7 @@ constexpr Keyword keyword(const char* text) {
   return Keyword{text, size};
 }
 
-inline bool equals(const std::string& token, const Keyword& word) {
+inline bool equals(std::string_view token, const Keyword& word) {
   return token.size() == word.size && std::memcmp(token.data(), word.text, word.size) == 0;
 }
 

@@ -1,6 +1,8 @@
-// Allocation-free access to the value-type keywords for the writers.
+// Allocation-free access to the value-type keywords for the readers and writers.
 #ifndef LYTFILTERPARSER_DETAIL_VALUETYPETABLE_H
 #define LYTFILTERPARSER_DETAIL_VALUETYPETABLE_H
+
+#include <string_view>
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/vocab/ValueType.h"
@@ -10,6 +12,9 @@ namespace detail {
 
 // The written keyword of `type`, or nullptr where dumpValueType throws.
 LFP_HIDDEN const char* valueTypeKeyword(TavValType type);
+
+// getValueType for a token read in place.
+LFP_HIDDEN TavValType valueType(std::string_view keyword);
 
 }  // namespace detail
 }  // namespace lytFilterParser

@@ -11,6 +11,16 @@ TavEntity::TavEntity(std::string name_, std::string resolvedName_)
 
 TavEntity::TavEntity(std::string text) { split(std::move(text)); }
 
+TavEntity::TavEntity(std::string_view token, FromToken) {
+  const std::size_t at = token.find(std::string_view(kSeparator, 2));
+  if (at == std::string_view::npos) {
+    name.assign(token.data(), token.size());
+    return;
+  }
+  name.assign(token.data(), at);
+  resolvedName.assign(token.data() + at + 2, token.size() - at - 2);
+}
+
 void TavEntity::setFilterString(const std::string& text) { split(std::string(text)); }
 
 void TavEntity::split(std::string&& text) {

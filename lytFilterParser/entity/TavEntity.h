@@ -5,6 +5,7 @@
 #define LYTFILTERPARSER_ENTITY_TAVENTITY_H
 
 #include <string>
+#include <string_view>
 
 #include "lytFilterParser/Export.h"
 
@@ -35,6 +36,9 @@ class LFP_API TavEntity {
 
   // Writes dump() at the end of `out`.
   LFP_HIDDEN void appendTo(std::string& out) const;
+  // Splits a token read in place, as TavEntity(std::string) does.
+  struct FromToken {};
+  LFP_HIDDEN TavEntity(std::string_view token, FromToken);
 
  private:
   LFP_HIDDEN void split(std::string&& text);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
 
 TavEntityArray::TavEntityArray(strList& tokens) {
@@ -12,21 +13,27 @@ TavEntityArray::TavEntityArray(strList& tokens) {
 
 TavEntityArray::TavEntityArray(strList& tokens, strIter& cursor) { parse(tokens, cursor); }
 
+void TavEntityArray::parse(strList& tokens, strIter& cursor) { lytFilterParser::detail::Reader::entities(*this, tokens, cursor); }
+
 namespace {
 
-bool endsEntities(const std::string& token) { return token[0] == '-' || lytFilterParser::detail::isChar(token, ']'); }
+bool endsEntities(std::string_view token) { return lytFilterParser::detail::firstChar(token) == '-' || lytFilterParser::detail::isChar(token, ']'); }
 
 }  // namespace
 
-void TavEntityArray::parse(strList& tokens, strIter& cursor) {
+template <class Tokens>
+void lytFilterParser::detail::Reader::entities(TavEntityArray& array, Tokens& tokens, Iter<Tokens>& cur) {
   // Count first so that a long run of entities is stored without regrowth.
   std::size_t count = 0;
-  for (strIter scan = cursor; scan != tokens.end() && !endsEntities(*scan); ++scan) ++count;
+  for (Iter<Tokens> scan = cur; scan != tokens.end() && !endsEntities(*scan); ++scan) ++count;
   if (count == 0) return;
+  std::vector<TavEntity>& entities = array.entities;
   const std::size_t needed = entities.size() + count;
   if (needed > entities.capacity()) entities.reserve(std::max(needed, 2 * entities.capacity()));
-  for (; count > 0; --count, ++cursor) entities.emplace_back(*cursor);
+  for (; count > 0; --count, ++cur) entities.emplace_back(*cur, TavEntity::FromToken());
 }
+
+LFP_INSTANTIATE_READER(entities, TavEntityArray&);
 
 void TavEntityArray::appendTo(std::string& out) const {
   for (const TavEntity& entity : entities) {

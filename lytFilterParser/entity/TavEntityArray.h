@@ -48,6 +48,8 @@ class LFP_API TavEntityArray {
   LFP_HIDDEN void appendTo(std::string& out) const;
 
  private:
+  friend struct lytFilterParser::detail::Reader;
+
   std::vector<TavEntity> entities;
 };
 

@@ -1,5 +1,6 @@
 #include "lytFilterParser/filter/AtomFilter.h"
 
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/filter/ContentFilter.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
@@ -25,20 +26,40 @@ bool AtomFilter::isValid(std::string& err) const {
   return false;
 }
 
-void AtomFilter::parseNot(strList& tokens, strIter& cur) {
-  negation = false;
-  if (cur == tokens.end()) return;
-  const std::string& token = *cur;
-  if (lytFilterParser::detail::is(token, "not") || lytFilterParser::detail::is(token, "NOT")) {
-    negation = true;
-    ++cur;
-  }
-}
+void AtomFilter::parseNot(strList& tokens, strIter& cur) { lytFilterParser::detail::Reader::negation(*this, tokens, cur); }
 
 std::string AtomFilter::dumpNot() const { return negation ? "not" : ""; }
 
 AtomFilter* AtomFilter::getAtomFilter(strList& tokens, strIter& cur) {
-  if (cur == tokens.end()) lytFilterParser::detail::fail("Expected type at this point but there is no data");
-  if (lytFilterParser::detail::is(*cur, "interface")) return new InterfaceAtomFilter(tokens, cur);
-  return new ContentFilter(tokens, cur);
+  return lytFilterParser::detail::Reader::atom(tokens, cur).release();
 }
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::negation(AtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
+  filter.negation = false;
+  if (cur == tokens.end()) return;
+  const std::string_view token = *cur;
+  if (is(token, "not") || is(token, "NOT")) {
+    filter.negation = true;
+    ++cur;
+  }
+}
+
+LFP_INSTANTIATE_READER(negation, AtomFilter&);
+
+template <class Tokens>
+std::unique_ptr<AtomFilter> lytFilterParser::detail::Reader::atom(Tokens& tokens, Iter<Tokens>& cur) {
+  if (cur == tokens.end()) fail("Expected type at this point but there is no data");
+  if (is(*cur, "interface")) {
+    std::unique_ptr<InterfaceAtomFilter> filter(new InterfaceAtomFilter(InterfaceInfoList(), false));
+    interfaceFilter(*filter, tokens, cur);
+    return filter;
+  }
+  std::unique_ptr<ContentFilter> filter(new ContentFilter(TAV_NO_TYPE, false, TavEntityArray()));
+  content(*filter, tokens, cur);
+  return filter;
+}
+
+template std::unique_ptr<AtomFilter> lytFilterParser::detail::Reader::atom<strList>(strList&, strIter&);
+template std::unique_ptr<AtomFilter> lytFilterParser::detail::Reader::atom<lytFilterParser::detail::TextTokens>(
+    lytFilterParser::detail::TextTokens&, lytFilterParser::detail::TextTokens::iterator&);

@@ -32,6 +32,8 @@ class LFP_API AtomFilter : public AbstractFilter {
   static AtomFilter* getAtomFilter(strList& tokens, strIter& cur);
 
  protected:
+  friend struct lytFilterParser::detail::Reader;
+
   AtomFilter(TavValType type, bool negated) : AbstractFilter(1), filterType(type), negation(negated) {}
   AtomFilter(const AtomFilter&) = default;
   AtomFilter& operator=(const AtomFilter&) = default;

@@ -1,11 +1,13 @@
 #include "lytFilterParser/filter/ContentFilterBase.h"
 
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/detail/ValueTypeTable.h"
 
 ContentFilterBase::ContentFilterBase() : AtomFilter(TAV_NO_TYPE, false) {}
 
 ContentFilterBase::ContentFilterBase(strList& tokens, strIter& cur) : AtomFilter(TAV_NO_TYPE, false) {
-  ContentFilterBase::parse(tokens, cur);
+  lytFilterParser::detail::Reader::content(*this, tokens, cur);
 }
 
 ContentFilterBase::ContentFilterBase(TavValType type, bool negated, const TavEntityArray& list)
@@ -21,11 +23,23 @@ void ContentFilterBase::parseFilterType(strList& tokens, strIter& cur) {
 
 void ContentFilterBase::parseEntities(strList& tokens, strIter& cur) { entities.parse(tokens, cur); }
 
+// Overridable in steps; the parsing constructor reads without the virtual calls.
 void ContentFilterBase::parse(strList& tokens, strIter& cur) {
   parseFilterType(tokens, cur);
   parseNot(tokens, cur);
   parseEntities(tokens, cur);
 }
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::content(ContentFilterBase& filter, Tokens& tokens, Iter<Tokens>& cur) {
+  if (cur == tokens.end()) fail("Expected type at this point but there is no data");
+  filter.filterType = valueType(*cur);
+  ++cur;
+  negation(filter, tokens, cur);
+  entities(filter.entities, tokens, cur);
+}
+
+LFP_INSTANTIATE_READER(content, ContentFilterBase&);
 
 std::string ContentFilterBase::dumpFilterType() const { return lytFilterParser::dumpValueType(filterType); }
 

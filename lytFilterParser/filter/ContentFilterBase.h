@@ -39,6 +39,8 @@ class LFP_API ContentFilterBase : public AtomFilter {
   bool takesModuleNames() const;
 
  protected:
+  friend struct lytFilterParser::detail::Reader;
+
   ContentFilterBase();
   ContentFilterBase(strList& tokens, strIter& cur);
   ContentFilterBase(TavValType type, bool negated, const TavEntityArray& list);

@@ -3,6 +3,7 @@
 #include <typeinfo>
 #include <utility>
 
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/filter/AtomFilter.h"
 #include "lytFilterParser/filter/ContentFilter.h"
@@ -11,11 +12,6 @@
 using lytFilterParser::detail::fail;
 
 namespace {
-
-const std::string& tokenAt(strList& tokens, strIter cur) {
-  static const std::string kNone;
-  return cur == tokens.end() ? kNone : *cur;
-}
 
 void checkDepth(int depth) {
   if (depth > Filter::maxNestingDepth) {
@@ -28,7 +24,7 @@ void checkDepth(int depth) {
 Filter::Filter() : AbstractFilter(0), filterOperator(FILTER_AND) {}
 
 Filter::Filter(strList& tokens, strIter& cur) : AbstractFilter(0), filterOperator(FILTER_AND) {
-  parseAt(tokens, cur, 0);
+  lytFilterParser::detail::Reader::compound(*this, tokens, cur, 0);
 }
 
 Filter::Filter(std::list<AbstractFilter*>& list, FilterOperator op) : AbstractFilter(0), filterOperator(op) {
@@ -84,53 +80,67 @@ void Filter::addChild(std::unique_ptr<AbstractFilter> child) {
   if (child) children.push_back(std::move(child));
 }
 
-bool Filter::isOperator(const std::string& token) {
-  using lytFilterParser::detail::is;
-  return is(token, "or") || is(token, "OR") || is(token, "and") || is(token, "AND");
-}
+bool Filter::isOperator(const std::string& token) { return lytFilterParser::detail::isOperatorWord(token); }
 
 void Filter::parseOperator(strList& tokens, strIter& cur) {
-  const std::string& token = tokenAt(tokens, cur);
-  using lytFilterParser::detail::is;
+  lytFilterParser::detail::Reader::filterOperator(*this, tokens, cur);
+}
+
+void Filter::parse(strList& tokens, strIter& cur) { lytFilterParser::detail::Reader::compound(*this, tokens, cur, 0); }
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::filterOperator(Filter& filter, Tokens& tokens, Iter<Tokens>& cur) {
+  const std::string_view token = cur == tokens.end() ? std::string_view() : std::string_view(*cur);
   if (is(token, "or") || is(token, "OR")) {
-    filterOperator = FILTER_OR;
+    filter.filterOperator = FILTER_OR;
   } else if (is(token, "and") || is(token, "AND")) {
-    filterOperator = FILTER_AND;
+    filter.filterOperator = FILTER_AND;
   } else {
-    fail("Not a valid operator: " + token);
+    fail(message("Not a valid operator: ", token));
   }
   ++cur;
 }
 
-void Filter::parse(strList& tokens, strIter& cur) { parseAt(tokens, cur, 0); }
+LFP_INSTANTIATE_READER(filterOperator, Filter&);
 
-void Filter::parseAt(strList& tokens, strIter& cur, int depth) {
+template <class Tokens>
+void lytFilterParser::detail::Reader::compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth) {
   checkDepth(depth);
-  parseOperator(tokens, cur);
-  const bool bracketed = cur != tokens.end() && lytFilterParser::detail::isChar(*cur, '[');
+  filterOperator(filter, tokens, cur);
+  const bool bracketed = cur != tokens.end() && isChar(*cur, '[');
   if (bracketed) ++cur;
-  parseChildren(tokens, cur, depth, bracketed);
+  children(filter, tokens, cur, depth, bracketed);
 }
 
-void Filter::parseConjunction(strList& tokens, strIter& cur) {
-  filterOperator = FILTER_AND;
-  parseChildren(tokens, cur, 0, true);
+template void lytFilterParser::detail::Reader::compound<strList>(Filter&, strList&, strIter&, int);
+template void lytFilterParser::detail::Reader::compound<lytFilterParser::detail::TextTokens>(
+    Filter&, lytFilterParser::detail::TextTokens&, lytFilterParser::detail::TextTokens::iterator&, int);
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::conjunction(Filter& filter, Tokens& tokens, Iter<Tokens>& cur) {
+  filter.filterOperator = FILTER_AND;
+  children(filter, tokens, cur, 0, true);
 }
 
-void Filter::parseChildren(strList& tokens, strIter& cur, int depth, bool bracketed) {
-  while (cur != tokens.end() && lytFilterParser::detail::isOption(*cur, 'f')) {
+LFP_INSTANTIATE_READER(conjunction, Filter&);
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth,
+                                               bool bracketed) {
+  while (cur != tokens.end() && isOption(*cur, 'f')) {
     ++cur;
-    if (cur != tokens.end() && isOperator(*cur)) {
+    if (cur != tokens.end() && isOperatorWord(*cur)) {
       std::unique_ptr<Filter> inner(new Filter());
-      inner->parseAt(tokens, cur, depth + 1);
-      addParsedChild(std::move(inner));
+      compound(*inner, tokens, cur, depth + 1);
+      filter.addParsedChild(std::move(inner));
     } else {
-      addParsedChild(std::unique_ptr<AbstractFilter>(AtomFilter::getAtomFilter(tokens, cur)));
+      filter.addParsedChild(atom(tokens, cur));
     }
   }
   if (bracketed) {
     if (cur == tokens.end()) fail("`]` expected");
-    if (!lytFilterParser::detail::isChar(*cur, ']')) fail("`]` expected instead of: " + *cur);
+    const std::string_view token = *cur;
+    if (!isChar(token, ']')) fail(message("`]` expected instead of: ", token));
     ++cur;
   }
 }

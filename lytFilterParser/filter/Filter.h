@@ -55,14 +55,9 @@ class LFP_API Filter : public AbstractFilter {
   void addChild(std::unique_ptr<AbstractFilter> child);
 
   LFP_HIDDEN void appendTo(std::string& out) const;
-  // Reads the "-f" items at the cursor as the bracketed child list of an
-  // "and": what parse() does after an "and" and a "[", which the caller
-  // leaves out of the list, up to and including the closing "]".
-  LFP_HIDDEN void parseConjunction(strList& tokens, strIter& cur);
 
  private:
-  LFP_HIDDEN void parseAt(strList& tokens, strIter& cur, int depth);
-  LFP_HIDDEN void parseChildren(strList& tokens, strIter& cur, int depth, bool bracketed);
+  friend struct lytFilterParser::detail::Reader;
 
   LFP_HIDDEN void cloneChildrenOf(const Filter& other, int depth);
   LFP_HIDDEN void appendAt(std::string& out, int depth) const;

@@ -1,12 +1,12 @@
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 
+#include <utility>
+
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
 
 InterfaceAtomFilter::InterfaceAtomFilter(strList& tokens, strIter& cur) : AtomFilter(TAV_INTERFACE, false) {
-  // The factory chose this class by the keyword under the cursor.
-  if (cur != tokens.end()) ++cur;
-  parseNot(tokens, cur);
-  parseInterfaceInfoList(tokens, cur);
+  lytFilterParser::detail::Reader::interfaceFilter(*this, tokens, cur);
 }
 
 InterfaceAtomFilter::InterfaceAtomFilter(const InterfaceInfoList& list, bool negated)
@@ -19,13 +19,32 @@ InterfaceAtomFilter::InterfaceAtomFilter(const InterfaceInfo& item, bool negated
 InterfaceAtomFilter::~InterfaceAtomFilter() = default;
 
 void InterfaceAtomFilter::parseInterfaceInfoList(strList& tokens, strIter& cur) {
+  lytFilterParser::detail::Reader::interfaces(*this, tokens, cur);
+}
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::interfaceFilter(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
+  // The factory chose this class by the keyword under the cursor.
+  if (cur != tokens.end()) ++cur;
+  negation(filter, tokens, cur);
+  interfaces(filter, tokens, cur);
+}
+
+LFP_INSTANTIATE_READER(interfaceFilter, InterfaceAtomFilter&);
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::interfaces(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
   while (cur != tokens.end()) {
-    const std::string& token = *cur;
-    if (token[0] == '-' || lytFilterParser::detail::isChar(token, ']')) break;
-    interfaces.push_back(InterfaceInfo(tokens, cur));
+    const std::string_view token = *cur;
+    if (firstChar(token) == '-' || isChar(token, ']')) break;
+    InterfaceInfo item(std::string(), TAV_DIR_BOTH);
+    interfaceInfo(item, tokens, cur);
+    filter.interfaces.push_back(std::move(item));
     ++cur;
   }
 }
+
+LFP_INSTANTIATE_READER(interfaces, InterfaceAtomFilter&);
 
 namespace {
 

@@ -38,6 +38,8 @@ class LFP_API InterfaceAtomFilter : public AtomFilter {
   LFP_HIDDEN void appendTo(std::string& out) const;
 
  private:
+  friend struct lytFilterParser::detail::Reader;
+
   InterfaceInfoList interfaces;
 };
 

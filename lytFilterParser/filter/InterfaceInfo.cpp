@@ -1,20 +1,42 @@
 #include "lytFilterParser/filter/InterfaceInfo.h"
 
+#include <string_view>
 #include <utility>
+
+#include "lytFilterParser/detail/Reader.h"
 
 InterfaceInfo::InterfaceInfo(std::string name_, TavFilterDirType dir) : name(std::move(name_)), direction(dir) {}
 
 InterfaceInfo::InterfaceInfo(strList& tokens, strIter& cur) : direction(TAV_DIR_BOTH) {
+  lytFilterParser::detail::Reader::interfaceInfo(*this, tokens, cur);
+}
+
+namespace {
+
+// I/i in, O/o out, anything else (nothing too) both.
+TavFilterDirType directionOf(std::string_view suffix) {
+  const char first = suffix.empty() ? '\0' : suffix[0];
+  if (first == 'I' || first == 'i') return TAV_DIR_IN;
+  if (first == 'O' || first == 'o') return TAV_DIR_OUT;
+  return TAV_DIR_BOTH;
+}
+
+}  // namespace
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::interfaceInfo(InterfaceInfo& item, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) return;
-  const std::string& token = *cur;
+  const std::string_view token = *cur;
   const std::size_t comma = token.find(',');
-  if (comma != std::string::npos && comma + 1 < token.size()) {
-    parseDirection(token.substr(comma + 1));
-    name.assign(token, 0, comma);
+  if (comma != std::string_view::npos && comma + 1 < token.size()) {
+    item.direction = directionOf(token.substr(comma + 1));
+    item.name.assign(token.data(), comma);
   } else {
-    name = token;
+    item.name.assign(token.data(), token.size());
   }
 }
+
+LFP_INSTANTIATE_READER(interfaceInfo, InterfaceInfo&);
 
 bool InterfaceInfo::operator==(const InterfaceInfo& other) const {
   return name == other.name && direction == other.direction;
@@ -26,16 +48,7 @@ bool InterfaceInfo::operator<(const InterfaceInfo& other) const {
   return direction < other.direction;
 }
 
-void InterfaceInfo::parseDirection(const std::string& suffix) {
-  const char first = suffix.empty() ? '\0' : suffix[0];
-  if (first == 'I' || first == 'i') {
-    direction = TAV_DIR_IN;
-  } else if (first == 'O' || first == 'o') {
-    direction = TAV_DIR_OUT;
-  } else {
-    direction = TAV_DIR_BOTH;
-  }
-}
+void InterfaceInfo::parseDirection(const std::string& suffix) { direction = directionOf(suffix); }
 
 std::string InterfaceInfo::dumpDirection() const {
   switch (direction) {

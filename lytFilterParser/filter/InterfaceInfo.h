@@ -39,6 +39,8 @@ class LFP_API InterfaceInfo final {
   LFP_HIDDEN void appendTo(std::string& out) const;
 
  private:
+  friend struct lytFilterParser::detail::Reader;
+
   std::string name;
   TavFilterDirType direction;
 };

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
 
 using lytFilterParser::detail::fail;
@@ -31,38 +32,60 @@ static_assert(sizeof E2EKovaRequest::vlColumnArray / sizeof E2EKovaRequest::vlCo
 E2EKovaRequest::E2EKovaRequest(std::string name, tLytpE2eDataType type) : vlName(std::move(name)), dataType(type) {}
 
 E2EKovaRequest::E2EKovaRequest(strList& tokens) : dataType(E2E_DATA_WIRE) {
-  if (tokens.empty()) fail("No virtual link name after vl");
   strIter cur = tokens.begin();
-  vlName = *cur;
-  ++cur;
-  parseFilter(tokens, cur);
+  lytFilterParser::detail::Reader::virtualLink(*this, tokens, cur);
 }
 
 E2EKovaRequest::~E2EKovaRequest() = default;
 
 void E2EKovaRequest::parseFilter(strList& tokens, strIter& cur) {
+  lytFilterParser::detail::Reader::virtualLinkOptions(*this, tokens, cur);
+}
+
+void E2EKovaRequest::parseDataType(strList& tokens, strIter& cur) {
+  lytFilterParser::detail::Reader::dataType(*this, tokens, cur);
+}
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::virtualLink(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
+  if (cur == tokens.end()) fail("No virtual link name after vl");
+  const std::string_view name = *cur;
+  request.vlName.assign(name.data(), name.size());
+  ++cur;
+  virtualLinkOptions(request, tokens, cur);
+}
+
+LFP_INSTANTIATE_READER(virtualLink, E2EKovaRequest&);
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::virtualLinkOptions(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
   while (cur != tokens.end()) {
-    const std::string& token = *cur;
+    const std::string_view token = *cur;
     const std::size_t dash = token.find('-');
-    if (dash != std::string::npos && dash + 1 < token.size() && token[dash + 1] == 't') {
+    if (dash != std::string_view::npos && dash + 1 < token.size() && token[dash + 1] == 't') {
       ++cur;
-      parseDataType(tokens, cur);
+      dataType(request, tokens, cur);
     }
     ++cur;
   }
 }
 
-void E2EKovaRequest::parseDataType(strList& tokens, strIter& cur) {
+LFP_INSTANTIATE_READER(virtualLinkOptions, E2EKovaRequest&);
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) fail("No data after direction argument");
-  const char first = (*cur)[0];
+  const char first = firstChar(*cur);
   if (first == 'a') {
-    dataType = E2E_DATA_APPLICATION;
+    request.dataType = E2E_DATA_APPLICATION;
   } else if (first == 'w') {
-    dataType = E2E_DATA_WIRE;
+    request.dataType = E2E_DATA_WIRE;
   } else {
     fail("Not a valid argument for dataType");
   }
 }
+
+LFP_INSTANTIATE_READER(dataType, E2EKovaRequest&);
 
 std::string E2EKovaRequest::dumpDataType() const {
   if (dataType == E2E_DATA_WIRE) return "wire";

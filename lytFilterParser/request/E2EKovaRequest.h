@@ -45,6 +45,8 @@ class LFP_API E2EKovaRequest : public LYTKovaRequest {
   static int getKovaColumnType(int index);
 
  private:
+  friend struct lytFilterParser::detail::Reader;
+
   std::string vlName;
   tLytpE2eDataType dataType;
 };

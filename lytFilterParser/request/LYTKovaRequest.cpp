@@ -1,8 +1,11 @@
 #include "lytFilterParser/request/LYTKovaRequest.h"
 
 #include <memory>
+#include <string_view>
 
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/detail/TextTokens.h"
 
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
@@ -10,33 +13,26 @@
 LYTKovaRequest::~LYTKovaRequest() = default;
 
 void LYTKovaRequest::fillFilterList(strList& tokens, const std::string& text) {
-  const char* const data = text.data();
-  const std::size_t size = text.size();
-  std::size_t pos = 0;
-  for (;;) {
-    while (pos < size && data[pos] == ' ') ++pos;
-    if (pos == size) return;
-    std::size_t end = pos + 1;
-    if (data[pos] != '[' && data[pos] != ']') {
-      while (end < size && data[end] != ' ' && data[end] != '[' && data[end] != ']') ++end;
-    }
-    tokens.emplace_back(data + pos, end - pos);
-    pos = end;
-  }
+  const lytFilterParser::detail::TextTokens source(text);
+  for (const std::string_view token : source) tokens.emplace_back(token);
 }
 
 LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::string& error) {
-  strList tokens;
-  fillFilterList(tokens, text);
-  if (tokens.empty()) return nullptr;
+  // Read in place: no token list is built, the text is only looked at.
+  using lytFilterParser::detail::Reader;
+  using lytFilterParser::detail::TextTokens;
+  TextTokens tokens(text);
+  TextTokens::iterator cur = tokens.begin();
+  if (cur == tokens.end()) return nullptr;
   try {
-    std::unique_ptr<LYTKovaRequest> request;
-    if (lytFilterParser::detail::is(tokens.front(), "vl")) {
-      tokens.pop_front();
-      request.reset(new E2EKovaRequest(tokens));
-    } else {
-      request.reset(new NetworkKovaRequest(tokens));
+    if (lytFilterParser::detail::is(*cur, "vl")) {
+      ++cur;
+      std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
+      Reader::virtualLink(*request, tokens, cur);
+      return request.release();
     }
+    std::unique_ptr<NetworkKovaRequest> request(new NetworkKovaRequest());
+    Reader::request(*request, tokens, cur);
     return request.release();
   } catch (const std::string& message) {
     error = message;

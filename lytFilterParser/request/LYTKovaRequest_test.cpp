@@ -83,6 +83,56 @@ TEST(GetLYTKovaRequest, BuildsTheRequestOrAssignsTheMessage) {
   EXPECT_NE(dynamic_cast<E2EKovaRequest*>(request.get()), nullptr);
 }
 
+// The factory reads the text in place; the parsing constructors read a
+// token list. What the list readers give for the same text: the written
+// request, or "<error> " and the message.
+std::string listReaders(const std::string& text) {
+  strList tokens = lfptest::tokensOf(text);
+  if (tokens.empty()) return "<null>";
+  try {
+    std::unique_ptr<LYTKovaRequest> request;
+    if (tokens.front() == "vl") {
+      tokens.pop_front();
+      request.reset(new E2EKovaRequest(tokens));
+    } else {
+      request.reset(new NetworkKovaRequest(tokens));
+    }
+    return request->dump();
+  } catch (const std::string& message) {
+    return "<error> " + message;
+  }
+}
+
+TEST(GetLYTKovaRequest, ReadsTheTextInPlaceAsTheTokenListReadersDo) {
+  // {text, what both give}: the bare atom list is closed by a bracket that
+  // exists only for the reader; a stray "]" can meet it.
+  const std::pair<const char*, const char*> cases[] = {
+      {"-f src a", "-f src  a    "},
+      {"-f src a -f dst b -k svc", "-f and [ -f src  a   -f dst  b   ] -k svc acc=replace "},
+      {"-f src a -f or [ -f dst b -f dst c ] -f svc d -v wb",
+       "-f and [ -f src  a   -f or [ -f dst  b   -f dst  c   ]  -f svc  d   ] -v wb acc=rate "},
+      {"-f src -f and [ -f dst b ] -k svc", "-f and [ -f src    -f dst  b     ] -k svc acc=replace "},
+      {"-f src a [ -k svc", "-f src  a [    -k svc acc=replace "},
+      // The stray "]" closes the conjunction; the implied one is left over.
+      {"-f src a ] -k svc", "<error> Invalid option: ]"},
+      {"-f src a ] -f dst b -k svc", "<error> Invalid option: ]"},
+      {"-f interface not eth0,in ]", "<error> Invalid option: ]"},
+      // The implied "]" is the next token when no atom text follows "-f".
+      {"-f src a -f", "<error> Invalid type: ]"},
+      {"-f -v wb", "<error> Invalid type: ]"},
+      {"-f", "<error> Expected type at this point but there is no data"},
+      {"-f and [ -f src a", "<error> `]` expected"},
+      {"-k src a ] b -v wb acc=sum sort=top", " -k src acc=replace a ] b -v wb acc=sum -s top "},
+      {"-s top index=2 updates=0 -v wb -v pkt", " -v wb acc=rate -v pkt acc=rate -s top index=2 "},
+      {"vl x -t wire -t app", "vl x -t application"},
+      {"vl x -t", "<error> No data after direction argument"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(entryPoint(c.first), c.second) << c.first;
+    EXPECT_EQ(listReaders(c.first), c.second) << c.first;
+  }
+}
+
 TEST(Convert, ReadsForAnOlderPeerByDefaultAndAssignsFaults) {
   std::string error = "untouched";
   for (const char* text : {"", "   "}) {

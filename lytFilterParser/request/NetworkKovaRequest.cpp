@@ -7,6 +7,7 @@
 #include "lytFilterParser/filter/ContentFilter.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
 
 using lytFilterParser::detail::fail;
@@ -20,99 +21,122 @@ NetworkKovaRequest::NetworkKovaRequest(const Filter& filter_, const TavColumnArr
       sortIndex(sortIndex_),
       maxUpdates(defaultMaxUpdates) {}
 
-NetworkKovaRequest::NetworkKovaRequest(strList& tokens)
-    : sortType(TAV_SORT_NONE), sortIndex(1), maxUpdates(defaultMaxUpdates) {
-  if (tokens.empty()) return;
+NetworkKovaRequest::NetworkKovaRequest() : sortType(TAV_SORT_NONE), sortIndex(1), maxUpdates(defaultMaxUpdates) {}
+
+NetworkKovaRequest::NetworkKovaRequest(strList& tokens) : NetworkKovaRequest() {
   strIter cur = tokens.begin();
-  parse(tokens, cur);
+  lytFilterParser::detail::Reader::request(*this, tokens, cur);
 }
 
 NetworkKovaRequest::~NetworkKovaRequest() = default;
 
-void NetworkKovaRequest::parse(strList& tokens, strIter& cur) {
+void NetworkKovaRequest::parse(strList& tokens, strIter& cur) { lytFilterParser::detail::Reader::request(*this, tokens, cur); }
+
+void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) { lytFilterParser::detail::Reader::sort(*this, tokens, cur); }
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
   while (cur != tokens.end()) {
-    const std::string& option = *cur;
-    if (option.size() != 2 || option[0] != '-') fail("Invalid option: " + option);
+    const std::string_view option = *cur;
+    if (option.size() != 2 || option[0] != '-') fail(message("Invalid option: ", option));
     switch (option[1]) {
       case 'k': {
         ++cur;
         std::string ignoredSort;
-        keys.push_back(TavColumn(TAV_KEY, tokens, cur, ignoredSort));
+        TavColumn key(TAV_KEY, TAV_SVC, TAV_ACC_REPLACE, TavColumnFilter());
+        column(key, tokens, cur, ignoredSort);
+        request.keys.push_back(std::move(key));
         break;
       }
       case 'v': {
         ++cur;
         std::string sortOption;
-        values.push_back(TavColumn(TAV_VALUE, tokens, cur, sortOption));
+        TavColumn value(TAV_VALUE, TAV_AB, TAV_ACC_RATE, TavColumnFilter());
+        column(value, tokens, cur, sortOption);
+        request.values.push_back(std::move(value));
         if (!sortOption.empty()) {
-          const TavSortType type = getSortType(sortOption);
+          const TavSortType type = NetworkKovaRequest::getSortType(sortOption);
           if (type != TAV_SORT_NONE) {
-            sortType = type;
-            sortIndex = static_cast<int>(values.size());
+            request.sortType = type;
+            request.sortIndex = static_cast<int>(request.values.size());
           }
         }
         break;
       }
       case 's':
         ++cur;
-        parseSort(tokens, cur);
+        sort(request, tokens, cur);
         break;
       case 'f':
         ++cur;
-        parseFilterOption(tokens, cur);
+        filterOption(request, tokens, cur);
         break;
       default:
-        fail("Invalid option: " + option);
+        fail(message("Invalid option: ", option));
     }
   }
 }
 
-void NetworkKovaRequest::parseFilterOption(strList& tokens, strIter& cur) {
+LFP_INSTANTIATE_READER(request, NetworkKovaRequest&);
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) fail("Expected type at this point but there is no data");
-  if (Filter::isOperator(*cur)) {
-    filter.parse(tokens, cur);
+  if (isOperatorWord(*cur)) {
+    compound(request.filter, tokens, cur, 0);
     return;
   }
   // A bare atom list: "-f A ... -f B ..." is read as "-f and [ -f A ... -f B ... ]",
   // one conjunction of every consecutive atom. Only the closing "]" goes into
   // the list, before the first option that is not "-f": the readers of the
-  // atoms and of nested filters stop there. The "and" and the "[" are implied.
-  --cur;
-  strIter close = cur;
-  while (close != tokens.end() && ((*close)[0] != '-' || lytFilterParser::detail::isOption(*close, 'f'))) ++close;
-  tokens.insert(close, "]");
-  filter.parseConjunction(tokens, cur);
+  // atoms and of nested filters stop there. The "and" and the "[" are implied,
+  // and the conjunction starts at the "-f" just consumed.
+  Iter<Tokens> close = cur;
+  while (close != tokens.end() && (firstChar(*close) != '-' || isOption(*close, 'f'))) ++close;
+  const Iter<Tokens> bracket = tokens.insert(close, "]");
+  // With no atom text at all, the bracket is what the atom reader meets.
+  if (close == cur) cur = bracket;
+  // The "-f" itself is not read again: the conjunction's first atom is the
+  // one under the cursor.
+  request.filter.filterOperator = FILTER_AND;
+  request.filter.addParsedChild(atom(tokens, cur));
+  children(request.filter, tokens, cur, 0, true);
 }
 
-void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) {
+LFP_INSTANTIATE_READER(filterOption, NetworkKovaRequest&);
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) fail("Sort type expected");
-  const std::string& type = *cur;
-  if (lytFilterParser::detail::is(type, "top")) {
-    sortType = TAV_SORT_TOP;
-  } else if (lytFilterParser::detail::is(type, "bottom")) {
-    sortType = TAV_SORT_BOTTOM;
-  } else if (lytFilterParser::detail::is(type, "none")) {
-    sortType = TAV_SORT_NONE;
+  const std::string_view type = *cur;
+  if (is(type, "top")) {
+    request.sortType = TAV_SORT_TOP;
+  } else if (is(type, "bottom")) {
+    request.sortType = TAV_SORT_BOTTOM;
+  } else if (is(type, "none")) {
+    request.sortType = TAV_SORT_NONE;
   } else {
-    fail("Invalid sort type: " + type);
+    fail(message("Invalid sort type: ", type));
   }
   ++cur;
-  sortIndex = 1;
-  maxUpdates = defaultMaxUpdates;
-  while (cur != tokens.end() && (*cur)[0] != '-') {
-    const std::string& option = *cur;
-    if (lytFilterParser::detail::contains(option, "index=")) {
+  request.sortIndex = 1;
+  request.maxUpdates = NetworkKovaRequest::defaultMaxUpdates;
+  while (cur != tokens.end() && firstChar(*cur) != '-') {
+    const std::string_view option = *cur;
+    if (contains(option, "index=")) {
       // The number is read from where the name would stand at the start.
-      sortIndex = lytFilterParser::detail::readInt(option, 6);
-    } else if (lytFilterParser::detail::contains(option, "updates=")) {
-      const int updates = lytFilterParser::detail::readInt(option, 8);
-      maxUpdates = updates > 0 ? updates : defaultMaxUpdates;
+      request.sortIndex = readInt(option, 6);
+    } else if (contains(option, "updates=")) {
+      const int updates = readInt(option, 8);
+      request.maxUpdates = updates > 0 ? updates : NetworkKovaRequest::defaultMaxUpdates;
     } else {
-      fail("Invalid option: " + option);
+      fail(message("Invalid option: ", option));
     }
     ++cur;
   }
 }
+
+LFP_INSTANTIATE_READER(sort, NetworkKovaRequest&);
 
 TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
   if (lytFilterParser::detail::is(option, "sort=top")) return TAV_SORT_TOP;

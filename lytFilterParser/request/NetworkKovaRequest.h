@@ -80,7 +80,9 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
   int getMaxUpdates() const { return maxUpdates; }
 
  private:
-  LFP_HIDDEN void parseFilterOption(strList& tokens, strIter& cur);
+  friend struct lytFilterParser::detail::Reader;
+  // An empty request for the readers to fill.
+  LFP_HIDDEN NetworkKovaRequest();
   LFP_HIDDEN void translateLegacy(strList& tokens, strList& out, bool owned);
   LFP_HIDDEN std::string dumpLegacy() const;
   LFP_HIDDEN void appendSort(std::string& out) const;

@@ -10,4 +10,11 @@
 typedef std::list<std::string> strList;
 typedef strList::iterator strIter;
 
+namespace lytFilterParser {
+namespace detail {
+// The library's readers; the classes they fill befriend it.
+struct Reader;
+}  // namespace detail
+}  // namespace lytFilterParser
+
 #endif

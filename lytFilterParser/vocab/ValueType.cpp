@@ -63,12 +63,18 @@ std::string dumpValueType(TavValType type) {
   return keyword;
 }
 
-TavValType getValueType(const std::string& keyword) {
+namespace detail {
+
+TavValType valueType(std::string_view keyword) {
   for (const KeywordEntry& entry : kReadOrder) {
-    if (detail::equals(keyword, entry.word)) return entry.type;
+    if (equals(keyword, entry.word)) return entry.type;
   }
-  detail::fail("Invalid type: " + keyword);
+  fail(message("Invalid type: ", keyword));
 }
+
+}  // namespace detail
+
+TavValType getValueType(const std::string& keyword) { return detail::valueType(keyword); }
 
 QULET_VT getKovaType(TavValType type) {
   const unsigned index = static_cast<unsigned>(type);

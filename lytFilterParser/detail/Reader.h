@@ -1,0 +1,96 @@
+// The readers of the request syntax, written once for both token sequences:
+// a caller's strList (the public parsing constructors and parse functions)
+// and TextTokens, the text read in place (getLYTKovaRequest). Each class's
+// reader is defined in that class's source file, which instantiates it for
+// both sequences. The classes befriend Reader so that it fills their fields
+// directly. Internal: not installed.
+#ifndef LYTFILTERPARSER_DETAIL_READER_H
+#define LYTFILTERPARSER_DETAIL_READER_H
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "lytFilterParser/detail/TextTokens.h"
+#include "lytFilterParser/request/TokenList.h"
+
+class AtomFilter;
+class ContentFilterBase;
+class E2EKovaRequest;
+class Filter;
+class InterfaceAtomFilter;
+class InterfaceInfo;
+class NetworkKovaRequest;
+class TavColumn;
+class TavColumnFilter;
+class TavEntityArray;
+
+namespace lytFilterParser {
+namespace detail {
+
+struct Reader {
+  template <class Tokens>
+  using Iter = typename Tokens::iterator;
+
+  // "-f", "-k", "-v", "-s" options up to the end.
+  template <class Tokens>
+  static void request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  // The name and the "-t" data type after "vl".
+  template <class Tokens>
+  static void virtualLink(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void virtualLinkOptions(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+
+  // Operator, optional "[", the "-f" items, the matching "]".
+  template <class Tokens>
+  static void compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth);
+  template <class Tokens>
+  static void filterOperator(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  // The "-f" items of an "and" whose "and" and "[" are implied, up to and
+  // including the closing "]".
+  template <class Tokens>
+  static void conjunction(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth, bool bracketed);
+  template <class Tokens>
+  static std::unique_ptr<AtomFilter> atom(Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void negation(AtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void content(ContentFilterBase& filter, Tokens& tokens, Iter<Tokens>& cur);
+  // From the "interface" keyword on.
+  template <class Tokens>
+  static void interfaceFilter(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void interfaces(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void interfaceInfo(InterfaceInfo& item, Tokens& tokens, Iter<Tokens>& cur);
+
+  // The type and options of a column; a "sort=" word goes to `sortOption`.
+  template <class Tokens>
+  static void column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::string& sortOption);
+  template <class Tokens>
+  static void accumulation(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void entities(TavEntityArray& entities, Tokens& tokens, Iter<Tokens>& cur);
+};
+
+// Instantiates one reader for both token sequences, in the source file that
+// defines it.
+#define LFP_INSTANTIATE_READER(name, ...)                                                                   \
+  template void lytFilterParser::detail::Reader::name<strList>(__VA_ARGS__, strList&, strIter&);            \
+  template void lytFilterParser::detail::Reader::name<lytFilterParser::detail::TextTokens>(                  \
+      __VA_ARGS__, lytFilterParser::detail::TextTokens&, lytFilterParser::detail::TextTokens::iterator&)
+
+}  // namespace detail
+}  // namespace lytFilterParser
+
+#endif
