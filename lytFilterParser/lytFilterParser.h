@@ -17,6 +17,12 @@
 // message text itself, thrown as a std::string; the entry points turn it into
 // the caller's error string.
 //
+// The entry points (getLYTKovaRequest, convert) run the same readers over the
+// text itself, without building the list: a token is a view of the text
+// until an object keeps it, so reading costs what the objects hold and no
+// more. The constructors and parse functions that take a strList read the
+// caller's list as before.
+//
 // Writing runs the other way: every object writes its own text, each item
 // followed by one blank, and a request concatenates filter, key columns,
 // value columns and sort. The doubled and trailing blanks this produces are

@@ -85,9 +85,10 @@ void lytFilterParser::detail::Reader::column(TavColumn& column, Tokens& tokens, 
   }
 }
 
-template void lytFilterParser::detail::Reader::column<strList>(TavColumn&, strList&, strIter&, std::string&);
-template void lytFilterParser::detail::Reader::column<lytFilterParser::detail::TextTokens>(
-    TavColumn&, lytFilterParser::detail::TextTokens&, lytFilterParser::detail::TextTokens::iterator&, std::string&);
+#define LFP_INSTANTIATE_COLUMN(Tokens) \
+  template void lytFilterParser::detail::Reader::column<Tokens>(TavColumn&, Tokens&, Tokens::iterator&, std::string&);
+LFP_FOR_EACH_TOKEN_SEQUENCE(LFP_INSTANTIATE_COLUMN)
+#undef LFP_INSTANTIATE_COLUMN
 
 TavColumn::~TavColumn() = default;
 

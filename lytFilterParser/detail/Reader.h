@@ -1,8 +1,8 @@
-// The readers of the request syntax, written once for both token sequences:
-// a caller's strList (the public parsing constructors and parse functions)
-// and TextTokens, the text read in place (getLYTKovaRequest). Each class's
-// reader is defined in that class's source file, which instantiates it for
-// both sequences. The classes befriend Reader so that it fills their fields
+// The readers of the request syntax, written once for every token sequence:
+// a caller's strList (the public parsing constructors and parse functions),
+// TextTokens, the text read in place (getLYTKovaRequest), and WordTokens, the
+// legacy translator's output (convert). Each class's reader is defined in
+// that class's source file, which instantiates it for every sequence. The classes befriend Reader so that it fills their fields
 // directly. Internal: not installed.
 #ifndef LYTFILTERPARSER_DETAIL_READER_H
 #define LYTFILTERPARSER_DETAIL_READER_H
@@ -11,8 +11,9 @@
 #include <string>
 #include <string_view>
 
-#include "lytFilterParser/detail/TextTokens.h"
+#include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/request/LYTKovaRequest.h"
 
 class AtomFilter;
 class ContentFilterBase;
@@ -35,6 +36,9 @@ struct Reader {
   // "-f", "-k", "-v", "-s" options up to the end.
   template <class Tokens>
   static void request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  // For peer `version`: 1 and 2 translate the legacy option syntax first.
+  template <class Tokens>
+  static void legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersion version);
   template <class Tokens>
   static void filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
@@ -83,12 +87,19 @@ struct Reader {
   static void entities(TavEntityArray& entities, Tokens& tokens, Iter<Tokens>& cur);
 };
 
-// Instantiates one reader for both token sequences, in the source file that
-// defines it.
-#define LFP_INSTANTIATE_READER(name, ...)                                                                   \
-  template void lytFilterParser::detail::Reader::name<strList>(__VA_ARGS__, strList&, strIter&);            \
-  template void lytFilterParser::detail::Reader::name<lytFilterParser::detail::TextTokens>(                  \
-      __VA_ARGS__, lytFilterParser::detail::TextTokens&, lytFilterParser::detail::TextTokens::iterator&)
+// Applies X to every token sequence the readers are instantiated for.
+#define LFP_FOR_EACH_TOKEN_SEQUENCE(X) \
+  X(strList)                           \
+  X(lytFilterParser::detail::TextTokens) X(lytFilterParser::detail::WordTokens)
+
+// Instantiates a reader of the usual shape, (object, tokens, cursor), for
+// every token sequence, in the source file that defines it.
+#define LFP_INSTANTIATE_READER(name, object)                                                                     \
+  template void lytFilterParser::detail::Reader::name<strList>(object, strList&, strIter&);                       \
+  template void lytFilterParser::detail::Reader::name<lytFilterParser::detail::TextTokens>(                       \
+      object, lytFilterParser::detail::TextTokens&, lytFilterParser::detail::TextTokens::iterator&);               \
+  template void lytFilterParser::detail::Reader::name<lytFilterParser::detail::WordTokens>(                       \
+      object, lytFilterParser::detail::WordTokens&, lytFilterParser::detail::WordTokens::iterator&)
 
 }  // namespace detail
 }  // namespace lytFilterParser

@@ -60,6 +60,7 @@ std::unique_ptr<AtomFilter> lytFilterParser::detail::Reader::atom(Tokens& tokens
   return filter;
 }
 
-template std::unique_ptr<AtomFilter> lytFilterParser::detail::Reader::atom<strList>(strList&, strIter&);
-template std::unique_ptr<AtomFilter> lytFilterParser::detail::Reader::atom<lytFilterParser::detail::TextTokens>(
-    lytFilterParser::detail::TextTokens&, lytFilterParser::detail::TextTokens::iterator&);
+#define LFP_INSTANTIATE_ATOM(Tokens) \
+  template std::unique_ptr<AtomFilter> lytFilterParser::detail::Reader::atom<Tokens>(Tokens&, Tokens::iterator&);
+LFP_FOR_EACH_TOKEN_SEQUENCE(LFP_INSTANTIATE_ATOM)
+#undef LFP_INSTANTIATE_ATOM

@@ -112,9 +112,10 @@ void lytFilterParser::detail::Reader::compound(Filter& filter, Tokens& tokens, I
   children(filter, tokens, cur, depth, bracketed);
 }
 
-template void lytFilterParser::detail::Reader::compound<strList>(Filter&, strList&, strIter&, int);
-template void lytFilterParser::detail::Reader::compound<lytFilterParser::detail::TextTokens>(
-    Filter&, lytFilterParser::detail::TextTokens&, lytFilterParser::detail::TextTokens::iterator&, int);
+#define LFP_INSTANTIATE_COMPOUND(Tokens) \
+  template void lytFilterParser::detail::Reader::compound<Tokens>(Filter&, Tokens&, Tokens::iterator&, int);
+LFP_FOR_EACH_TOKEN_SEQUENCE(LFP_INSTANTIATE_COMPOUND)
+#undef LFP_INSTANTIATE_COMPOUND
 
 template <class Tokens>
 void lytFilterParser::detail::Reader::conjunction(Filter& filter, Tokens& tokens, Iter<Tokens>& cur) {

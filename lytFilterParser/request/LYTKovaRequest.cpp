@@ -5,7 +5,7 @@
 
 #include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
-#include "lytFilterParser/detail/TextTokens.h"
+#include "lytFilterParser/detail/TokenSequence.h"
 
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
@@ -42,16 +42,15 @@ LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::
 
 std::string LYTKovaRequest::convert(const std::string& text, TavVersion version, std::string& error) {
   std::string result;
-  strList tokens;
-  fillFilterList(tokens, text);
-  if (tokens.empty()) return result;
+  lytFilterParser::detail::TextTokens tokens(text);
+  if (tokens.begin() == tokens.end()) return result;
   // Only messages from reading go to `error`; one thrown while writing
   // reaches the caller, after the request (which lives only for this call)
   // is gone.
   bool read = false;
   try {
-    // The token list is the converter's own: the reader may take its nodes.
-    NetworkKovaRequest request(tokens, version, NetworkKovaRequest::OwnedTokens());
+    NetworkKovaRequest request;
+    lytFilterParser::detail::Reader::legacyRequest(request, tokens, version);
     read = true;
     result = request.dump();
   } catch (const std::string& message) {

@@ -148,6 +148,31 @@ TEST(Convert, ReadsForAnOlderPeerByDefaultAndAssignsFaults) {
   EXPECT_EQ(error, "NetworkKovaRequest: Invalid version");
 }
 
+TEST(Convert, ReadsTheTextInPlaceAsTheLegacyListReaderDoes) {
+  // {legacy text, what convert and NetworkKovaRequest(tokens, 2) give}: the
+  // translated words are views of the text, except the interface items the
+  // translation composes, which must stay one token even when they hold a
+  // bracket.
+  const std::pair<const char*, const char*> cases[] = {
+      {"-filter [ and [[interface 0 [[ ] in]]]] -y b", "-f interface   ],in   -v wb acc=rate "},
+      {"-filter [ and [[interface 1 [eth0 [ ]]]] -y b", "-f interface not  eth0   -v wb acc=rate "},
+      {"-g topsrc -y c src 1 [ 10.0.0.1 ]", "-f src not 10.0.0.1    -k src acc=replace -v conn acc=new -s top "},
+      {"-g src -f src a", "-f src  a    -k src acc=replace -v wb acc=rate "},
+      {"src 0 [ a", "<error> Invalid filter"},
+  };
+  for (const auto& c : cases) {
+    std::string error;
+    const std::string converted = LYTKovaRequest::convert(c.first, TavVersion(2), error);
+    EXPECT_EQ(error.empty() ? converted : "<error> " + error, c.second) << c.first;
+    strList tokens = lfptest::tokensOf(c.first);
+    try {
+      EXPECT_EQ(NetworkKovaRequest(tokens, TavVersion(2)).dump(), c.second) << c.first;
+    } catch (const std::string& message) {
+      EXPECT_EQ("<error> " + message, c.second) << c.first;
+    }
+  }
+}
+
 TEST(Convert, AMessageFromWritingReachesTheCaller) {
   // After a plain group the rest of the line is read as it stands, so a
   // telNumber key column gets in; it has no written keyword.

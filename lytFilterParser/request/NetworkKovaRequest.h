@@ -83,15 +83,9 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
   friend struct lytFilterParser::detail::Reader;
   // An empty request for the readers to fill.
   LFP_HIDDEN NetworkKovaRequest();
-  LFP_HIDDEN void translateLegacy(strList& tokens, strList& out, bool owned);
   LFP_HIDDEN std::string dumpLegacy() const;
   LFP_HIDDEN void appendSort(std::string& out) const;
   LFP_HIDDEN std::size_t countModuleNames() const;
-  // The legacy reader for a token list the library owns: tokens that pass
-  // through unchanged are moved, not copied.
-  struct OwnedTokens {};
-  LFP_HIDDEN NetworkKovaRequest(strList& tokens, TavVersion version, OwnedTokens);
-  LFP_HIDDEN void readLegacy(strList& tokens, TavVersion version, bool owned);
   friend class LYTKovaRequest;
 
   Filter filter;

@@ -1,10 +1,13 @@
-// The legacy option syntax of older peers: the reader translates a legacy
-// token list into current-syntax tokens and parses those; the writer builds
+// The legacy option syntax of older peers: the reader translates legacy
+// tokens into current-syntax words and parses those; the writer builds
 // the legacy text from the model.
 #include <cstring>
-#include <iterator>
+#include <string_view>
+#include <utility>
 
+#include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
@@ -39,78 +42,33 @@ constexpr GroupWritten kGroupWrite[] = {
     {TAV_QSRULE, "-g topqsrule ", "-g qsrule "}, {TAV_FWRULE, "-g topfw ", "-g topfw "},
 };
 
-}  // namespace
+using lytFilterParser::detail::firstChar;
+using lytFilterParser::detail::isChar;
+using lytFilterParser::detail::TextTokens;
+using lytFilterParser::detail::WordTokens;
 
-NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version)
-    : sortType(TAV_SORT_NONE), sortIndex(1), maxUpdates(defaultMaxUpdates) {
-  readLegacy(tokens, version, false);
-}
-
-NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version, OwnedTokens)
-    : sortType(TAV_SORT_NONE), sortIndex(1), maxUpdates(defaultMaxUpdates) {
-  readLegacy(tokens, version, true);
-}
-
-void NetworkKovaRequest::readLegacy(strList& tokens, TavVersion version, bool owned) {
-  const unsigned peer = static_cast<unsigned>(version);
-  if (peer == 3) {
-    if (!tokens.empty()) {
-      strIter cur = tokens.begin();
-      parse(tokens, cur);
-    }
-    return;
-  }
-  if (peer > 3) fail("NetworkKovaRequest: Invalid version");
-  if (peer == 0) return;
-  strList translated;
-  translateLegacy(tokens, translated, owned);
-  strIter cur = translated.begin();
-  parse(translated, cur);
-}
-
-void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool owned) {
+// Translates legacy tokens into current-syntax words: views of the tokens
+// that pass through, keywords, and the interface items it composes. The
+// tokens must outlive the words.
+template <class Tokens>
+void translateLegacy(Tokens& tokens, WordTokens& out) {
   bool valueGiven = false;
-  strIter cur = tokens.begin();
-  const strIter end = tokens.end();
-  // A list the library owns gives up its nodes: tokens that pass through
-  // move to the output, and tokens the translation drops are kept aside and
-  // reused for the words it adds. A caller's list is only read.
-  strList spare;
+  typename Tokens::iterator cur = tokens.begin();
+  const typename Tokens::iterator end = tokens.end();
   const auto take = [&] {
-    if (owned) {
-      const strIter next = std::next(cur);
-      out.splice(out.end(), tokens, cur);
-      cur = next;
-    } else {
-      out.push_back(*cur);
-      ++cur;
-    }
+    out.push_back(std::string_view(*cur));
+    ++cur;
   };
-  const auto drop = [&] {
-    if (owned) {
-      const strIter next = std::next(cur);
-      spare.splice(spare.end(), tokens, cur);
-      cur = next;
-    } else {
-      ++cur;
-    }
-  };
-  const auto emit = [&](const char* word) {
-    if (spare.empty()) {
-      out.emplace_back(word);
-    } else {
-      spare.front().assign(word);
-      out.splice(out.end(), spare, spare.begin());
-    }
-  };
+  const auto drop = [&] { ++cur; };
+  const auto emit = [&](const char* word) { out.push_back(std::string_view(word)); };
   while (cur != end) {
-    const std::string& token = *cur;
+    const std::string_view token = *cur;
     const char option = token.size() >= 2 && token[0] == '-' ? token[1] : '\0';
     if (option == 'y') {
       drop();
       emit("-v");
       if (cur == end) fail("Invalid value type");
-      switch ((*cur)[0]) {
+      switch (firstChar(*cur)) {
         case 'b': emit("wb"); break;
         case 'C': emit("conn"); emit("acc=concurrent"); break;
         case 'c': emit("conn"); emit("acc=new"); break;
@@ -127,7 +85,7 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
       if (cur == end) fail("Invalid key type");
       const GroupWord* group = nullptr;
       for (const GroupWord& word : kGroupRead) {
-        if (*cur == word.legacy) {
+        if (std::string_view(*cur) == word.legacy) {
           group = &word;
           break;
         }
@@ -141,17 +99,13 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
         continue;
       }
       // After a plain group the rest of the line is taken as it stands.
-      if (owned) {
-        out.splice(out.end(), tokens, cur, end);
-      } else {
-        out.insert(out.end(), cur, end);
-      }
+      while (cur != end) take();
       break;
     }
     if (option == 'a') {
       drop();
       if (cur == end) break;
-      if ((*cur)[0] == 'i') {
+      if (firstChar(*cur) == 'i') {
         drop();
         emit("-k");
         emit("connId");
@@ -170,17 +124,16 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
       if (cur == end) fail("Invalid interface filter");
       drop();
       if (cur == end) fail("Invalid interface filter");
-      if (lytFilterParser::detail::isChar(*cur, '[')) {
+      if (isChar(*cur, '[')) {
         drop();
         if (cur == end) fail("Invalid interface filter");
       }
-      std::string item = *cur;  // the name, then "," and the direction
+      std::string item(*cur);  // the name, then "," and the direction
       drop();
       if (cur == end) fail("Invalid interface filter");
       item.append(1, ',').append(*cur);
       drop();
-      emit("");
-      out.back() = std::move(item);
+      out.push_back(std::move(item));
       continue;
     }
     if (is(*cur, "src") || is(*cur, "dst") || is(*cur, "svc") || is(*cur, "ip")) {
@@ -192,7 +145,7 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
       if (negated) emit("not");
       if (cur == end) fail("Invalid filter");
       drop();
-      while (cur != end && !lytFilterParser::detail::isChar(*cur, ']')) take();
+      while (cur != end && !isChar(*cur, ']')) take();
       if (cur == end) fail("Invalid filter");
       drop();
       continue;
@@ -204,6 +157,31 @@ void NetworkKovaRequest::translateLegacy(strList& tokens, strList& out, bool own
     emit("wb");
   }
 }
+
+}  // namespace
+
+NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version) : NetworkKovaRequest() {
+  lytFilterParser::detail::Reader::legacyRequest(*this, tokens, version);
+}
+
+template <class Tokens>
+void lytFilterParser::detail::Reader::legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersion version) {
+  const unsigned peer = static_cast<unsigned>(version);
+  if (peer == 3) {
+    Iter<Tokens> cur = tokens.begin();
+    Reader::request(request, tokens, cur);
+    return;
+  }
+  if (peer > 3) fail("NetworkKovaRequest: Invalid version");
+  if (peer == 0) return;
+  WordTokens translated;
+  translateLegacy(tokens, translated);
+  WordTokens::iterator cur = translated.begin();
+  Reader::request(request, translated, cur);
+}
+
+template void lytFilterParser::detail::Reader::legacyRequest<strList>(NetworkKovaRequest&, strList&, TavVersion);
+template void lytFilterParser::detail::Reader::legacyRequest<TextTokens>(NetworkKovaRequest&, TextTokens&, TavVersion);
 
 std::string NetworkKovaRequest::dump(TavVersion version) const {
   if (version == 3) return dump();

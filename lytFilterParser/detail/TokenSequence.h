@@ -1,0 +1,147 @@
+// Token sequences the readers walk without a token list: TextTokens reads a
+// request text in place (what fillFilterList would cut, without building the
+// list), WordTokens holds the words the legacy translator hands on (views of
+// the legacy text, keywords, and the few words it composes). Internal: not
+// installed.
+//
+// The readers are written once over "a token sequence" (see Reader.h): a
+// strList with its iterators, or one of these. Each offers begin(), end(),
+// an iterator whose `*` is the token text and `++` the next token, and
+// insert(position, "]"): the request reader closes a bare atom list by
+// inserting "]" before the next option. Here such a bracket is virtual: the
+// key of the position it stands before, kept in `closes`, which iterators
+// step through before the real token at that position. The reader only ever
+// inserts ahead of its cursor and never behind an earlier insertion, so
+// `closes` stays sorted.
+#ifndef LYTFILTERPARSER_DETAIL_TOKENSEQUENCE_H
+#define LYTFILTERPARSER_DETAIL_TOKENSEQUENCE_H
+
+#include <cstddef>
+#include <list>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace lytFilterParser {
+namespace detail {
+
+// A Source gives positions: first(), next(p), last() (the end), key(p) (a
+// number that grows along the sequence) and at(p) (the token's text).
+template <class Source>
+class TokenSequence : public Source {
+ public:
+  using Source::Source;
+  TokenSequence() = default;
+  TokenSequence(const TokenSequence&) = delete;
+  TokenSequence& operator=(const TokenSequence&) = delete;
+
+  class iterator {
+   public:
+    // The token under the iterator; "]" for an inserted bracket.
+    std::string_view operator*() const { return onClose() ? std::string_view("]", 1) : owner->at(pos); }
+    iterator& operator++() {
+      if (onClose()) {
+        ++close;
+      } else {
+        pos = owner->next(pos);
+      }
+      return *this;
+    }
+    bool operator==(const iterator& other) const {
+      return Source::key(pos) == Source::key(other.pos) && close == other.close;
+    }
+    bool operator!=(const iterator& other) const { return !(*this == other); }
+
+   private:
+    friend class TokenSequence;
+    using Position = typename Source::Position;
+    iterator(const TokenSequence* owner_, Position pos_, std::size_t close_) : owner(owner_), pos(pos_), close(close_) {}
+    bool onClose() const { return close < owner->closes.size() && owner->closes[close] == Source::key(pos); }
+
+    const TokenSequence* owner;
+    Position pos;
+    std::size_t close;  // inserted brackets passed so far
+  };
+
+  iterator begin() const { return iterator(this, Source::first(), 0); }
+  iterator end() const { return iterator(this, Source::last(), closes.size()); }
+
+  // Puts a "]" before the token at `position` (a real token or the end) and
+  // returns an iterator on it, as std::list::insert does.
+  iterator insert(const iterator& position, const char* /* "]" */) {
+    closes.push_back(Source::key(position.pos));
+    return iterator(this, position.pos, closes.size() - 1);
+  }
+
+ private:
+  std::vector<std::size_t> closes;
+};
+
+// The tokens of a text: brackets stand alone, anything else runs to a blank
+// or a bracket; blanks separate.
+class TextSource {
+ public:
+  explicit TextSource(std::string_view text) : data(text.data()), size(text.size()) {}
+
+ protected:
+  struct Position {
+    std::size_t start;  // the token is [start, end); start == size at the end
+    std::size_t end;
+  };
+  static std::size_t key(const Position& p) { return p.start; }
+  Position first() const { return scan(0); }
+  Position next(const Position& p) const { return scan(p.end); }
+  Position last() const { return Position{size, size}; }
+  std::string_view at(const Position& p) const { return std::string_view(data + p.start, p.end - p.start); }
+
+ private:
+  Position scan(std::size_t from) const {
+    while (from < size && data[from] == ' ') ++from;
+    std::size_t end = from;
+    if (end < size) {
+      ++end;
+      if (data[from] != '[' && data[from] != ']') {
+        while (end < size && data[end] != ' ' && data[end] != '[' && data[end] != ']') ++end;
+      }
+    }
+    return Position{from, end};
+  }
+
+  const char* data;
+  std::size_t size;
+};
+
+// A sequence of words built by the caller; the texts a word views must
+// outlive the sequence, except those it composes itself.
+class WordSource {
+ public:
+  WordSource() { words.reserve(32); }
+
+  void push_back(std::string_view word) { words.push_back(word); }
+  // Keeps `word` and adds a view of it.
+  void push_back(std::string&& word) {
+    composed.push_back(std::move(word));
+    words.push_back(composed.back());
+  }
+
+ protected:
+  typedef std::size_t Position;
+  static std::size_t key(Position p) { return p; }
+  Position first() const { return 0; }
+  Position next(Position p) const { return p + 1; }
+  Position last() const { return words.size(); }
+  std::string_view at(Position p) const { return words[p]; }
+
+ private:
+  std::vector<std::string_view> words;
+  std::list<std::string> composed;  // nodes do not move, so views of them stay valid
+};
+
+typedef TokenSequence<TextSource> TextTokens;
+typedef TokenSequence<WordSource> WordTokens;
+
+}  // namespace detail
+}  // namespace lytFilterParser
+
+#endif
