@@ -25,18 +25,18 @@ constexpr AccWord kAccRead[] = {
 };
 
 // What the writer writes, by code; the second concurrent kind shares the keyword.
-constexpr const char* kAccWritten[] = {
+constexpr std::string_view kAccWritten[] = {
     "acc=replace ", "acc=rate ", "acc=new ", "acc=sum ", "acc=concurrent ",
     "acc=concurrent ", "acc=min ", "acc=max ", "acc=lineUtil ",
 };
 
-const char* accWritten(TavAccType acc) {
+std::string_view accWritten(TavAccType acc) {
   const unsigned index = static_cast<unsigned>(acc);
-  return index < sizeof kAccWritten / sizeof kAccWritten[0] ? kAccWritten[index] : "";
+  return index < sizeof kAccWritten / sizeof kAccWritten[0] ? kAccWritten[index] : std::string_view();
 }
 
 // The option word of a role; nothing for a code that is neither.
-const char* roleWritten(KeyOrValue role) {
+std::string_view roleWritten(KeyOrValue role) {
   if (role == TAV_KEY) return "-k ";
   if (role == TAV_VALUE) return "-v ";
   return "";
@@ -114,14 +114,14 @@ void lytFilterParser::detail::Reader::accumulation(TavColumn& column, Tokens& to
 
 LFP_INSTANTIATE_READER(accumulation, TavColumn&);
 
-std::string TavColumn::dumpkeyOrValue() const { return roleWritten(keyOrValue); }
+std::string TavColumn::dumpkeyOrValue() const { return std::string(roleWritten(keyOrValue)); }
 
-std::string TavColumn::dumpAccumulationMode() const { return accWritten(accType); }
+std::string TavColumn::dumpAccumulationMode() const { return std::string(accWritten(accType)); }
 
 void TavColumn::appendTo(std::string& out) const {
   out += roleWritten(keyOrValue);
-  const char* keyword = lytFilterParser::detail::valueTypeKeyword(valueType);
-  if (keyword == nullptr) fail("Not a valid argument for type");
+  const std::string_view keyword = lytFilterParser::detail::valueTypeKeyword(valueType);
+  if (keyword.empty()) fail("Not a valid argument for type");
   out += keyword;
   out += ' ';
   out += accWritten(accType);

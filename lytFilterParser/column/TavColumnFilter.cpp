@@ -1,12 +1,14 @@
 #include "lytFilterParser/column/TavColumnFilter.h"
 
+#include <string_view>
+
 #include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
 
 namespace {
 
 struct ValueWord {
-  const char* word;
+  std::string_view word;
   int code;
 };
 
@@ -15,7 +17,7 @@ struct ValueWord {
 // and the message when none is found. The order of the rows is the order of
 // precedence when a token contains several names.
 struct OptionRule {
-  const char* name;
+  std::string_view name;
   std::size_t valueFrom;
   ValueWord words[6];
   int wordCount;
@@ -36,6 +38,23 @@ constexpr OptionRule kRules[RULE_COUNT] = {
      "Unexpected type of url mode"},
 };
 
+constexpr bool namesEndWithEquals() {
+  for (const OptionRule& rule : kRules) {
+    if (rule.name.empty() || rule.name.back() != '=') return false;
+  }
+  return true;
+}
+static_assert(namesEndWithEquals(), "containsName looks for the names only where a '=' stands");
+
+// Whether `token` contains `name` anywhere. Every name ends with "=", so
+// only the places of "=" in the token need a look.
+bool containsName(std::string_view token, std::string_view name) {
+  for (std::size_t at = token.find('=', name.size() - 1); at != std::string_view::npos; at = token.find('=', at + 1)) {
+    if (token.compare(at + 1 - name.size(), name.size(), name) == 0) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 TavColumnFilter::TavColumnFilter(int encryption, int compression, int dir, int citrixPrint, int url)
@@ -51,7 +70,7 @@ void lytFilterParser::detail::Reader::columnFilter(TavColumnFilter& filter, Toke
                                    &filter.citrixPrintMode, &filter.urlMode};
   for (int r = 0; r < RULE_COUNT; ++r) {
     const OptionRule& rule = kRules[r];
-    if (token.find(rule.name) == std::string_view::npos) continue;
+    if (!containsName(token, rule.name)) continue;
     for (int w = 0; w < rule.wordCount; ++w) {
       if (token.find(rule.words[w].word, rule.valueFrom) != std::string_view::npos) {
         *fields[r] = rule.words[w].code;
@@ -71,13 +90,13 @@ bool TavColumnFilter::restrictsTraffic() const {
 }
 
 void TavColumnFilter::appendTo(std::string& out) const {
-  static const char* const kYesNo[] = {"no ", "yes "};
+  static constexpr std::string_view kYesNo[] = {"no ", "yes "};
   if (direction == 0) out += "dir=in ";
   if (direction == 1) out += "dir=out ";
   if (encryptionMode == 0 || encryptionMode == 1) (out += "enc=") += kYesNo[encryptionMode];
   if (compressionMode == 0 || compressionMode == 1) (out += "comp=") += kYesNo[compressionMode];
   if (citrixPrintMode == 0 || citrixPrintMode == 1) (out += "cprint=") += kYesNo[citrixPrintMode];
-  static const char* const kUrl[] = {nullptr, "host ", "path ", "scheme ", "host_path ", "scheme_host "};
+  static constexpr std::string_view kUrl[] = {{}, "host ", "path ", "scheme ", "host_path ", "scheme_host "};
   if (urlMode >= 1 && urlMode <= 5) (out += "url_mod=") += kUrl[urlMode];
 }
 

@@ -57,7 +57,7 @@ class TokenSequence : public Source {
     friend class TokenSequence;
     using Position = typename Source::Position;
     iterator(const TokenSequence* owner_, Position pos_, std::size_t close_) : owner(owner_), pos(pos_), close(close_) {}
-    bool onClose() const { return close < owner->closes.size() && owner->closes[close] == Source::key(pos); }
+    bool onClose() const { return close < owner->closeCount && owner->closeAt(close) == Source::key(pos); }
 
     const TokenSequence* owner;
     Position pos;
@@ -65,17 +65,28 @@ class TokenSequence : public Source {
   };
 
   iterator begin() const { return iterator(this, Source::first(), 0); }
-  iterator end() const { return iterator(this, Source::last(), closes.size()); }
+  iterator end() const { return iterator(this, Source::last(), closeCount); }
 
   // Puts a "]" before the token at `position` (a real token or the end) and
   // returns an iterator on it, as std::list::insert does.
   iterator insert(const iterator& position, const char* /* "]" */) {
-    closes.push_back(Source::key(position.pos));
-    return iterator(this, position.pos, closes.size() - 1);
+    const std::size_t key = Source::key(position.pos);
+    if (closeCount < kInlineCloses) {
+      inlineCloses[closeCount] = key;
+    } else {
+      moreCloses.push_back(key);
+    }
+    return iterator(this, position.pos, closeCount++);
   }
 
  private:
-  std::vector<std::size_t> closes;
+  // A request closes one bare atom list, rarely more: those need no allocation.
+  static constexpr std::size_t kInlineCloses = 4;
+  std::size_t closeAt(std::size_t i) const { return i < kInlineCloses ? inlineCloses[i] : moreCloses[i - kInlineCloses]; }
+
+  std::size_t closeCount = 0;
+  std::size_t inlineCloses[kInlineCloses] = {};
+  std::vector<std::size_t> moreCloses;
 };
 
 // The tokens of a text: brackets stand alone, anything else runs to a blank

@@ -10,8 +10,8 @@
 namespace lytFilterParser {
 namespace detail {
 
-// The written keyword of `type`, or nullptr where dumpValueType throws.
-LFP_HIDDEN const char* valueTypeKeyword(TavValType type);
+// The written keyword of `type`, or empty where dumpValueType throws.
+LFP_HIDDEN std::string_view valueTypeKeyword(TavValType type);
 
 // getValueType for a token read in place.
 LFP_HIDDEN TavValType valueType(std::string_view keyword);

@@ -11,8 +11,8 @@ ContentFilter::ContentFilter(TavValType type, bool negated, const TavEntityArray
 ContentFilter::~ContentFilter() = default;
 
 void ContentFilter::appendTo(std::string& out) const {
-  const char* keyword = lytFilterParser::detail::valueTypeKeyword(filterType);
-  if (keyword == nullptr) lytFilterParser::detail::fail("Not a valid argument for type");
+  const std::string_view keyword = lytFilterParser::detail::valueTypeKeyword(filterType);
+  if (keyword.empty()) lytFilterParser::detail::fail("Not a valid argument for type");
   out += "-f ";
   out += keyword;
   out += negation ? " not " : "  ";

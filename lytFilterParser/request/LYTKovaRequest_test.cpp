@@ -117,6 +117,8 @@ TEST(GetLYTKovaRequest, ReadsTheTextInPlaceAsTheTokenListReadersDo) {
       {"-f src a ] -k svc", "<error> Invalid option: ]"},
       {"-f src a ] -f dst b -k svc", "<error> Invalid option: ]"},
       {"-f interface not eth0,in ]", "<error> Invalid option: ]"},
+      // Every bare list adds an implied "]" before "-k"; six of them.
+      {"-f src a ] -f src b ] -f src c ] -f src d ] -f src e ] -f src f -k svc", "<error> Invalid option: ]"},
       // The implied "]" is the next token when no atom text follows "-f".
       {"-f src a -f", "<error> Invalid type: ]"},
       {"-f -v wb", "<error> Invalid type: ]"},

@@ -45,22 +45,22 @@ constexpr QULET_VT kKovaCodes[] = {
 
 namespace detail {
 
-const char* valueTypeKeyword(TavValType type) {
-  static constexpr const char* kKeywords[] = {
+std::string_view valueTypeKeyword(TavValType type) {
+  static constexpr std::string_view kKeywords[] = {
       "svc",      "src",    "dst",       "ip",          "fwrule", "qsrule",  "connId",
-      "url",      nullptr,  "interface", "orientation", "ab",     "wb",      "pkt",
+      "url",      {},       "interface", "orientation", "ab",     "wb",      "pkt",
       "conn",     "session", "pktRange", "tunnel",      "tunnelType", "citrix", "wdAttack",
   };
   const unsigned index = static_cast<unsigned>(type);
-  return index < sizeof kKeywords / sizeof kKeywords[0] ? kKeywords[index] : nullptr;
+  return index < sizeof kKeywords / sizeof kKeywords[0] ? kKeywords[index] : std::string_view();
 }
 
 }  // namespace detail
 
 std::string dumpValueType(TavValType type) {
-  const char* keyword = detail::valueTypeKeyword(type);
-  if (keyword == nullptr) detail::fail("Not a valid argument for type");
-  return keyword;
+  const std::string_view keyword = detail::valueTypeKeyword(type);
+  if (keyword.empty()) detail::fail("Not a valid argument for type");
+  return std::string(keyword);
 }
 
 namespace detail {
