@@ -46,6 +46,7 @@
 #define LYTFILTERPARSER_LYTFILTERPARSER_H
 
 #include "lytFilterParser/Export.h"
+#include "lytFilterParser/Internals.h"
 #include "lytFilterParser/column/TavColumn.h"
 #include "lytFilterParser/column/TavColumnArray.h"
 #include "lytFilterParser/column/TavColumnFilter.h"

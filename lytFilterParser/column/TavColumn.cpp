@@ -1,6 +1,7 @@
 #include "lytFilterParser/column/TavColumn.h"
 
 #include "lytFilterParser/detail/Keyword.h"
+#include "lytFilterParser/detail/Writer.h"
 #include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/ValueTypeTable.h"
@@ -118,21 +119,21 @@ std::string TavColumn::dumpkeyOrValue() const { return std::string(roleWritten(k
 
 std::string TavColumn::dumpAccumulationMode() const { return std::string(accWritten(accType)); }
 
-void TavColumn::appendTo(std::string& out) const {
-  out += roleWritten(keyOrValue);
+void TavColumn::appendTo(lytFilterParser::detail::Writer& out) const {
+  out << roleWritten(keyOrValue);
   const std::string_view keyword = lytFilterParser::detail::valueTypeKeyword(valueType);
   if (keyword.empty()) fail("Not a valid argument for type");
-  out += keyword;
-  out += ' ';
-  out += accWritten(accType);
+  out << keyword;
+  out << ' ';
+  out << accWritten(accType);
   columnFilter.appendTo(out);
   entities.appendTo(out);
 }
 
 std::string TavColumn::dump() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendTo(out);
-  return out;
+  return out.finish();
 }
 
 void TavColumn::getModuleNames(strList& names) const { entities.getModuleNames(names); }

@@ -65,7 +65,7 @@ class LFP_API TavColumn {
   void getModuleNames(strList& names) const;
   bool setModuleNames(strIter& oldName, strIter& newName);
 
-  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;

@@ -1,13 +1,15 @@
 #include "lytFilterParser/column/TavColumnArray.h"
 
-void TavColumnArray::appendTo(std::string& out) const {
+#include "lytFilterParser/detail/Writer.h"
+
+void TavColumnArray::appendTo(lytFilterParser::detail::Writer& out) const {
   for (const TavColumn& column : columns) column.appendTo(out);
 }
 
 std::string TavColumnArray::dump() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendTo(out);
-  return out;
+  return out.finish();
 }
 
 void TavColumnArray::getModuleNames(strList& names) const {

@@ -38,7 +38,7 @@ class LFP_API TavColumnArray {
   const_iterator begin() const { return columns.begin(); }
   const_iterator end() const { return columns.end(); }
 
-  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   // A request has a few columns: room for them at the first one.

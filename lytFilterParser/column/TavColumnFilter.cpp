@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "lytFilterParser/detail/Reader.h"
+#include "lytFilterParser/detail/Writer.h"
 #include "lytFilterParser/detail/Text.h"
 
 namespace {
@@ -89,19 +90,19 @@ bool TavColumnFilter::restrictsTraffic() const {
   return encryptionMode != BOTH || compressionMode != BOTH || direction != BOTH || citrixPrintMode != BOTH;
 }
 
-void TavColumnFilter::appendTo(std::string& out) const {
+void TavColumnFilter::appendTo(lytFilterParser::detail::Writer& out) const {
   static constexpr std::string_view kYesNo[] = {"no ", "yes "};
-  if (direction == 0) out += "dir=in ";
-  if (direction == 1) out += "dir=out ";
-  if (encryptionMode == 0 || encryptionMode == 1) (out += "enc=") += kYesNo[encryptionMode];
-  if (compressionMode == 0 || compressionMode == 1) (out += "comp=") += kYesNo[compressionMode];
-  if (citrixPrintMode == 0 || citrixPrintMode == 1) (out += "cprint=") += kYesNo[citrixPrintMode];
+  if (direction == 0) out << "dir=in ";
+  if (direction == 1) out << "dir=out ";
+  if (encryptionMode == 0 || encryptionMode == 1) out << "enc=" << kYesNo[encryptionMode];
+  if (compressionMode == 0 || compressionMode == 1) out << "comp=" << kYesNo[compressionMode];
+  if (citrixPrintMode == 0 || citrixPrintMode == 1) out << "cprint=" << kYesNo[citrixPrintMode];
   static constexpr std::string_view kUrl[] = {{}, "host ", "path ", "scheme ", "host_path ", "scheme_host "};
-  if (urlMode >= 1 && urlMode <= 5) (out += "url_mod=") += kUrl[urlMode];
+  if (urlMode >= 1 && urlMode <= 5) out << "url_mod=" << kUrl[urlMode];
 }
 
 std::string TavColumnFilter::dump() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendTo(out);
-  return out;
+  return out.finish();
 }

@@ -36,7 +36,7 @@ class LFP_API TavColumnFilter {
   // differs from "both".
   bool restrictsTraffic() const;
 
-  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;

@@ -1,5 +1,7 @@
 #include "lytFilterParser/entity/TavEntity.h"
 
+#include "lytFilterParser/detail/Writer.h"
+
 #include <utility>
 
 namespace {
@@ -34,18 +36,18 @@ void TavEntity::split(std::string&& text) {
   name = std::move(text);
 }
 
-void TavEntity::appendTo(std::string& out) const {
-  out += name;
+void TavEntity::appendTo(lytFilterParser::detail::Writer& out) const {
+  out << name;
   if (!resolvedName.empty()) {
-    out += kSeparator;
-    out += resolvedName;
+    out << kSeparator;
+    out << resolvedName;
   }
 }
 
 std::string TavEntity::dump() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendTo(out);
-  return out;
+  return out.finish();
 }
 
 std::string TavEntity::dump(const std::string& resolvedName_, const std::string& name_) {

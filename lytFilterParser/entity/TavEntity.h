@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "lytFilterParser/Export.h"
+#include "lytFilterParser/Internals.h"
 
 class LFP_API TavEntity {
  public:
@@ -35,7 +36,7 @@ class LFP_API TavEntity {
   void setResolvedName(const std::string& resolved) { resolvedName = resolved; }
 
   // Writes dump() at the end of `out`.
-  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
   // Splits a token read in place, as TavEntity(std::string) does.
   struct FromToken {};
   LFP_HIDDEN TavEntity(std::string_view token, FromToken);

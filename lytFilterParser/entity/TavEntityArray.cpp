@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "lytFilterParser/detail/Reader.h"
+#include "lytFilterParser/detail/Writer.h"
 #include "lytFilterParser/detail/Text.h"
 
 TavEntityArray::TavEntityArray(strList& tokens) {
@@ -35,17 +36,17 @@ void lytFilterParser::detail::Reader::entities(TavEntityArray& array, Tokens& to
 
 LFP_INSTANTIATE_READER(entities, TavEntityArray&);
 
-void TavEntityArray::appendTo(std::string& out) const {
+void TavEntityArray::appendTo(lytFilterParser::detail::Writer& out) const {
   for (const TavEntity& entity : entities) {
     entity.appendTo(out);
-    out += ' ';
+    out << ' ';
   }
 }
 
 std::string TavEntityArray::dump() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendTo(out);
-  return out;
+  return out.finish();
 }
 
 bool TavEntityArray::operator==(const TavEntityArray& other) const {

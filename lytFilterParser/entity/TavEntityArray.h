@@ -45,7 +45,7 @@ class LFP_API TavEntityArray {
   std::vector<TavEntity>::const_iterator begin() const { return entities.begin(); }
   std::vector<TavEntity>::const_iterator end() const { return entities.end(); }
 
-  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;

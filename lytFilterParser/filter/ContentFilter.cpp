@@ -1,6 +1,7 @@
 #include "lytFilterParser/filter/ContentFilter.h"
 
 #include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/detail/Writer.h"
 #include "lytFilterParser/detail/ValueTypeTable.h"
 
 ContentFilter::ContentFilter(strList& tokens, strIter& cur) : ContentFilterBase(tokens, cur) {}
@@ -10,20 +11,20 @@ ContentFilter::ContentFilter(TavValType type, bool negated, const TavEntityArray
 
 ContentFilter::~ContentFilter() = default;
 
-void ContentFilter::appendTo(std::string& out) const {
+void ContentFilter::appendTo(lytFilterParser::detail::Writer& out) const {
   const std::string_view keyword = lytFilterParser::detail::valueTypeKeyword(filterType);
   if (keyword.empty()) lytFilterParser::detail::fail("Not a valid argument for type");
-  out += "-f ";
-  out += keyword;
-  out += negation ? " not " : "  ";
+  out << "-f ";
+  out << keyword;
+  out << (negation ? " not " : "  ");
   entities.appendTo(out);
-  out += ' ';
+  out << ' ';
 }
 
 std::string ContentFilter::dump() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendTo(out);
-  return out;
+  return out.finish();
 }
 
 AbstractFilter* ContentFilter::clone() const { return new ContentFilter(filterType, negation, entities); }

@@ -22,7 +22,7 @@ class LFP_API ContentFilter : public ContentFilterBase {
   std::string dump() const override;
   AbstractFilter* clone() const override;
 
-  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 };
 
 #endif

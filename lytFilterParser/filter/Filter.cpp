@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "lytFilterParser/detail/Reader.h"
+#include "lytFilterParser/detail/Writer.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/filter/AtomFilter.h"
 #include "lytFilterParser/filter/ContentFilter.h"
@@ -146,21 +147,25 @@ void lytFilterParser::detail::Reader::children(Filter& filter, Tokens& tokens, I
   }
 }
 
-std::string Filter::dumpOperator() const {
-  switch (filterOperator) {
+namespace {
+
+std::string_view operatorWord(FilterOperator op) {
+  switch (op) {
     case FILTER_AND: return "and";
     case FILTER_OR: return "or";
   }
   fail("dumpOperator:  not valid operator");
 }
 
-void Filter::appendAt(std::string& out, int depth) const {
+}  // namespace
+
+std::string Filter::dumpOperator() const { return std::string(operatorWord(filterOperator)); }
+
+void Filter::appendAt(lytFilterParser::detail::Writer& out, int depth) const {
   checkDepth(depth);
   const bool grouped = children.size() > 1;
   if (grouped) {
-    out += "-f ";
-    out += dumpOperator();
-    out += " [ ";
+    out << "-f " << operatorWord(filterOperator) << " [ ";
   }
   for (const std::unique_ptr<AbstractFilter>& child : children) {
     const AbstractFilter& node = *child;
@@ -172,20 +177,20 @@ void Filter::appendAt(std::string& out, int depth) const {
     } else if (type == typeid(InterfaceAtomFilter)) {
       static_cast<const InterfaceAtomFilter&>(node).appendTo(out);
     } else {
-      out += node.dump();
+      out << node.dump();
     }
-    out += ' ';
+    out << ' ';
   }
-  if (grouped) out += ']';
-  out += ' ';
+  if (grouped) out << ']';
+  out << ' ';
 }
 
-void Filter::appendTo(std::string& out) const { appendAt(out, 0); }
+void Filter::appendTo(lytFilterParser::detail::Writer& out) const { appendAt(out, 0); }
 
 std::string Filter::dump() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendAt(out, 0);
-  return out;
+  return out.finish();
 }
 
 bool Filter::isValid(std::string& err) const {

@@ -54,13 +54,13 @@ class LFP_API Filter : public AbstractFilter {
   // Takes ownership of `child`.
   void addChild(std::unique_ptr<AbstractFilter> child);
 
-  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;
 
   LFP_HIDDEN void cloneChildrenOf(const Filter& other, int depth);
-  LFP_HIDDEN void appendAt(std::string& out, int depth) const;
+  LFP_HIDDEN void appendAt(lytFilterParser::detail::Writer& out, int depth) const;
   LFP_HIDDEN void addParsedChild(std::unique_ptr<AbstractFilter> child);
 
   FilterOperator filterOperator;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "lytFilterParser/detail/Reader.h"
+#include "lytFilterParser/detail/Writer.h"
 #include "lytFilterParser/detail/Text.h"
 
 InterfaceAtomFilter::InterfaceAtomFilter(strList& tokens, strIter& cur) : AtomFilter(TAV_INTERFACE, false) {
@@ -48,31 +49,31 @@ LFP_INSTANTIATE_READER(interfaces, InterfaceAtomFilter&);
 
 namespace {
 
-void appendItems(const InterfaceInfoList& items, std::string& out) {
+void appendItems(const InterfaceInfoList& items, lytFilterParser::detail::Writer& out) {
   for (const InterfaceInfo& item : items) {
-    out += ' ';
+    out << ' ';
     item.appendTo(out);
-    out += ' ';
+    out << ' ';
   }
 }
 
 }  // namespace
 
 std::string InterfaceAtomFilter::dumpInterfaceInfoList() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendItems(interfaces, out);
-  return out;
+  return out.finish();
 }
 
-void InterfaceAtomFilter::appendTo(std::string& out) const {
-  out += negation ? "-f interface not " : "-f interface  ";
+void InterfaceAtomFilter::appendTo(lytFilterParser::detail::Writer& out) const {
+  out << (negation ? "-f interface not " : "-f interface  ");
   appendItems(interfaces, out);
 }
 
 std::string InterfaceAtomFilter::dump() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendTo(out);
-  return out;
+  return out.finish();
 }
 
 void InterfaceAtomFilter::getModuleNames(strList&) const {}

@@ -35,7 +35,7 @@ class LFP_API InterfaceAtomFilter : public AtomFilter {
 
   const InterfaceInfoList& getInterfaces() const { return interfaces; }
 
-  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "lytFilterParser/detail/Reader.h"
+#include "lytFilterParser/detail/Writer.h"
 
 InterfaceInfo::InterfaceInfo(std::string name_, TavFilterDirType dir) : name(std::move(name_)), direction(dir) {}
 
@@ -58,17 +59,17 @@ std::string InterfaceInfo::dumpDirection() const {
   }
 }
 
-void InterfaceInfo::appendTo(std::string& out) const {
-  out += name;
+void InterfaceInfo::appendTo(lytFilterParser::detail::Writer& out) const {
+  out << name;
   if (direction == TAV_DIR_IN) {
-    out += ",in";
+    out << ",in";
   } else if (direction == TAV_DIR_OUT) {
-    out += ",out";
+    out << ",out";
   }
 }
 
 std::string InterfaceInfo::dump() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendTo(out);
-  return out;
+  return out.finish();
 }

@@ -36,7 +36,7 @@ class LFP_API InterfaceInfo final {
   const std::string& getName() const { return name; }
   TavFilterDirType getDirection() const { return direction; }
 
-  LFP_HIDDEN void appendTo(std::string& out) const;
+  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;

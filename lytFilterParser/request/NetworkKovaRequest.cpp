@@ -1,6 +1,5 @@
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 
-#include <charconv>
 #include <typeinfo>
 #include <utility>
 
@@ -8,6 +7,7 @@
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 
 #include "lytFilterParser/detail/Reader.h"
+#include "lytFilterParser/detail/Writer.h"
 #include "lytFilterParser/detail/Text.h"
 
 using lytFilterParser::detail::fail;
@@ -144,34 +144,21 @@ TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
   return TAV_SORT_NONE;
 }
 
-namespace {
-
-// Writes name, the number in decimal ("%d") and a blank.
-void appendNumber(std::string& out, const char* name, int value) {
-  char buffer[16];
-  const std::to_chars_result end = std::to_chars(buffer, buffer + sizeof buffer, value);
-  out += name;
-  out.append(buffer, end.ptr);
-  out += ' ';
-}
-
-}  // namespace
-
-void NetworkKovaRequest::appendSort(std::string& out) const {
+void NetworkKovaRequest::appendSort(lytFilterParser::detail::Writer& out) const {
   switch (sortType) {
-    case TAV_SORT_TOP: out += "-s top "; break;
-    case TAV_SORT_BOTTOM: out += "-s bottom "; break;
+    case TAV_SORT_TOP: out << "-s top "; break;
+    case TAV_SORT_BOTTOM: out << "-s bottom "; break;
     case TAV_SORT_NONE: return;
     default: break;
   }
-  if (values.size() > 1) appendNumber(out, "index=", sortIndex);
-  if (maxUpdates != defaultMaxUpdates) appendNumber(out, "updates=", maxUpdates);
+  if (values.size() > 1) out << "index=" << sortIndex << ' ';
+  if (maxUpdates != defaultMaxUpdates) out << "updates=" << maxUpdates << ' ';
 }
 
 std::string NetworkKovaRequest::dumpSort() const {
-  std::string out;
+  lytFilterParser::detail::Writer out;
   appendSort(out);
-  return out;
+  return out.finish();
 }
 
 namespace {
@@ -208,13 +195,12 @@ std::string NetworkKovaRequest::dump() const {
   for (const TavColumnArray* columns : {&keys, &values}) {
     for (const TavColumn& column : *columns) estimate += 96 + entityTextSize(column.getEntities());
   }
-  std::string out;
-  out.reserve(estimate);
+  lytFilterParser::detail::Writer out(estimate);
   filter.appendTo(out);
   keys.appendTo(out);
   values.appendTo(out);
   appendSort(out);
-  return out;
+  return out.finish();
 }
 
 void NetworkKovaRequest::addColumn(bool isKey, const TavColumn& column) {

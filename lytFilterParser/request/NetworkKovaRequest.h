@@ -84,7 +84,7 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
   // An empty request for the readers to fill.
   LFP_HIDDEN NetworkKovaRequest();
   LFP_HIDDEN std::string dumpLegacy() const;
-  LFP_HIDDEN void appendSort(std::string& out) const;
+  LFP_HIDDEN void appendSort(lytFilterParser::detail::Writer& out) const;
   LFP_HIDDEN std::size_t countModuleNames() const;
   friend class LYTKovaRequest;
 

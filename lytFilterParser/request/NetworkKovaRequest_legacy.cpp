@@ -6,8 +6,10 @@
 #include <utility>
 
 #include "lytFilterParser/detail/Reader.h"
+#include "lytFilterParser/detail/Writer.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/TokenSequence.h"
+#include "lytFilterParser/detail/ValueTypeTable.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
@@ -191,52 +193,55 @@ std::string NetworkKovaRequest::dump(TavVersion version) const {
 }
 
 std::string NetworkKovaRequest::dumpLegacy() const {
-  std::string out = "-filter [ and [";
+  lytFilterParser::detail::Writer out(128);
+  out << "-filter [ and [";
   for (const std::unique_ptr<AbstractFilter>& child : filter.getChildren()) {
     if (child->getIsAtom() == 0) continue;
     const AtomFilter* atom = dynamic_cast<const AtomFilter*>(child.get());
     if (atom == nullptr) continue;
-    out += '[';
-    out += lytFilterParser::dumpValueType(atom->getFilterType());
-    out += ' ';
-    out += atom->isNegated() ? "1 [" : "0 [";
+    out << '[';
+    const std::string_view keyword = lytFilterParser::detail::valueTypeKeyword(atom->getFilterType());
+    if (keyword.empty()) fail("Not a valid argument for type");
+    out << keyword;
+    out << ' ';
+    out << (atom->isNegated() ? "1 [" : "0 [");
     if (atom->getFilterType() == TAV_INTERFACE) {
       if (const InterfaceAtomFilter* interfaces = dynamic_cast<const InterfaceAtomFilter*>(atom)) {
         for (const InterfaceInfo& item : interfaces->getInterfaces()) {
-          out += '[';
-          out += item.getName();
+          out << '[';
+          out << item.getName();
           // Legacy peers know no "both": such an entry goes out as outbound.
-          out += item.getDirection() == TAV_DIR_IN ? " in]" : " out]";
+          out << (item.getDirection() == TAV_DIR_IN ? " in]" : " out]");
         }
       }
     } else if (const ContentFilterBase* content = dynamic_cast<const ContentFilterBase*>(atom)) {
       for (const TavEntity& entity : content->getEntities()) {
         entity.appendTo(out);
-        out += ' ';
+        out << ' ';
       }
     }
-    out += "]]";
+    out << "]]";
   }
-  out += "]] ";
+  out << "]] ";
 
   const bool connIdPair =
       keys.size() == 2 && (keys[0].getValueType() == TAV_CONNID || keys[1].getValueType() == TAV_CONNID);
-  out += connIdPair ? "-a i " : "-a a ";
+  out << (connIdPair ? "-a i " : "-a a ");
 
   if (!values.empty()) {
     const TavColumn& value = values[0];
     const TavValType type = value.getValueType();
     const TavAccType acc = value.getAccType();
     if (type == TAV_WB) {
-      out += "-y b ";
+      out << "-y b ";
     } else if (acc == TAV_ACC_LINEUTIL) {
-      out += "-y l ";
+      out << "-y l ";
     } else if (type == TAV_PKT) {
-      out += "-y p ";
+      out << "-y p ";
     } else if (type == TAV_CONN && acc == TAV_ACC_NEW) {
-      out += "-y c ";
+      out << "-y c ";
     } else if (type == TAV_CONN && acc == TAV_ACC_CONCURRENT) {
-      out += "-y C ";
+      out << "-y C ";
     }
   }
 
@@ -244,14 +249,14 @@ std::string NetworkKovaRequest::dumpLegacy() const {
     const TavColumn& key = keys[0];
     for (const GroupWritten& group : kGroupWrite) {
       if (group.type == key.getValueType()) {
-        out += key.getEntities().empty() ? group.top : group.plain;
+        out << (key.getEntities().empty() ? group.top : group.plain);
         break;
       }
     }
     for (const TavEntity& entity : key.getEntities()) {
       entity.appendTo(out);
-      out += ' ';
+      out << ' ';
     }
   }
-  return out;
+  return out.finish();
 }

@@ -7,14 +7,9 @@
 #include <list>
 #include <string>
 
+#include "lytFilterParser/Internals.h"
+
 typedef std::list<std::string> strList;
 typedef strList::iterator strIter;
-
-namespace lytFilterParser {
-namespace detail {
-// The library's readers; the classes they fill befriend it.
-struct Reader;
-}  // namespace detail
-}  // namespace lytFilterParser
 
 #endif

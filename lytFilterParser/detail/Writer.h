@@ -1,0 +1,69 @@
+// The buffer every writer of the library appends to: one string sized up
+// front and filled through a cursor, so that the many short pieces of a
+// request's text (keywords, blanks, names) cost a copy each and no call into
+// std::string. Internal: not installed.
+#ifndef LYTFILTERPARSER_DETAIL_WRITER_H
+#define LYTFILTERPARSER_DETAIL_WRITER_H
+
+#include <charconv>
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace lytFilterParser {
+namespace detail {
+
+class Writer {
+ public:
+  // `estimate` is a guess of the text's length; a longer text grows the buffer.
+  explicit Writer(std::size_t estimate = 64) {
+    text.resize(estimate < 16 ? 16 : estimate);
+    pos = &text[0];
+    end = pos + text.size();
+  }
+  Writer(const Writer&) = delete;
+  Writer& operator=(const Writer&) = delete;
+
+  Writer& operator<<(std::string_view piece) {
+    if (static_cast<std::size_t>(end - pos) < piece.size()) grow(piece.size());
+    if (!piece.empty()) std::memcpy(pos, piece.data(), piece.size());
+    pos += piece.size();
+    return *this;
+  }
+  Writer& operator<<(char c) {
+    if (pos == end) grow(1);
+    *pos++ = c;
+    return *this;
+  }
+  // Decimal, as "%d" writes it.
+  Writer& operator<<(int value) {
+    char digits[16];
+    const std::to_chars_result written = std::to_chars(digits, digits + sizeof digits, value);
+    return *this << std::string_view(digits, static_cast<std::size_t>(written.ptr - digits));
+  }
+
+  // The text written so far; the writer is spent.
+  std::string finish() {
+    text.resize(static_cast<std::size_t>(pos - text.data()));
+    return std::move(text);
+  }
+
+ private:
+  void grow(std::size_t more) {
+    const std::size_t used = static_cast<std::size_t>(pos - text.data());
+    text.resize(2 * text.size() + more);
+    pos = &text[0] + used;
+    end = &text[0] + text.size();
+  }
+
+  std::string text;
+  char* pos;
+  char* end;
+};
+
+}  // namespace detail
+}  // namespace lytFilterParser
+
+#endif
