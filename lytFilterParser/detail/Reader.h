@@ -8,6 +8,7 @@
 #define LYTFILTERPARSER_DETAIL_READER_H
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -39,8 +40,10 @@ struct Reader {
   // For peer `version`: 1 and 2 translate the legacy option syntax first.
   template <class Tokens>
   static void legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersion version);
+  // After "-f"; `listEnd` remembers where bare atom lists end.
   template <class Tokens>
-  static void filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  static void filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
+                           std::optional<Iter<Tokens>>& listEnd);
   template <class Tokens>
   static void sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
   // The name and the "-t" data type after "vl".

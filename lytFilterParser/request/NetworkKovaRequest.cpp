@@ -1,5 +1,6 @@
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 
+#include <optional>
 #include <typeinfo>
 #include <utility>
 
@@ -36,9 +37,14 @@ void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) { lytFilterPar
 
 template <class Tokens>
 void lytFilterParser::detail::Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
+  // Where the bare atom lists read so far end: the first option that is not
+  // "-f". Nothing but this loop reads past it, so it holds until the loop
+  // takes another option.
+  std::optional<Iter<Tokens>> listEnd;
   while (cur != tokens.end()) {
     const std::string_view option = *cur;
     if (option.size() != 2 || option[0] != '-') fail(message("Invalid option: ", option));
+    if (option[1] != 'f') listEnd.reset();
     switch (option[1]) {
       case 'k': {
         ++cur;
@@ -69,7 +75,7 @@ void lytFilterParser::detail::Reader::request(NetworkKovaRequest& request, Token
         break;
       case 'f':
         ++cur;
-        filterOption(request, tokens, cur);
+        filterOption(request, tokens, cur, listEnd);
         break;
       default:
         fail(message("Invalid option: ", option));
@@ -80,7 +86,8 @@ void lytFilterParser::detail::Reader::request(NetworkKovaRequest& request, Token
 LFP_INSTANTIATE_READER(request, NetworkKovaRequest&);
 
 template <class Tokens>
-void lytFilterParser::detail::Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
+void lytFilterParser::detail::Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
+                                                   std::optional<Iter<Tokens>>& listEnd) {
   if (cur == tokens.end()) fail("Expected type at this point but there is no data");
   if (isOperatorWord(*cur)) {
     compound(request.filter, tokens, cur, 0);
@@ -91,8 +98,22 @@ void lytFilterParser::detail::Reader::filterOption(NetworkKovaRequest& request, 
   // the list, before the first option that is not "-f": the readers of the
   // atoms and of nested filters stop there. The "and" and the "[" are implied,
   // and the conjunction starts at the "-f" just consumed.
+  const auto endsList = [&](const Iter<Tokens>& at) {
+    return at == tokens.end() || (firstChar(*at) == '-' && !isOption(*at, 'f'));
+  };
   Iter<Tokens> close = cur;
-  while (close != tokens.end() && (firstChar(*close) != '-' || isOption(*close, 'f'))) ++close;
+  if (!endsList(cur)) {
+    // A list closed early by a "]" of the text leaves the reader before the
+    // same option as the list before it: look for that option only once, so
+    // that many such lists do not walk the rest of the text each.
+    if (listEnd) {
+      close = *listEnd;
+    } else {
+      do ++close;
+      while (!endsList(close));
+      listEnd = close;
+    }
+  }
   const Iter<Tokens> bracket = tokens.insert(close, "]");
   // With no atom text at all, the bracket is what the atom reader meets.
   if (close == cur) cur = bracket;
@@ -102,8 +123,6 @@ void lytFilterParser::detail::Reader::filterOption(NetworkKovaRequest& request, 
   request.filter.addParsedChild(atom(tokens, cur));
   children(request.filter, tokens, cur, 0, true);
 }
-
-LFP_INSTANTIATE_READER(filterOption, NetworkKovaRequest&);
 
 template <class Tokens>
 void lytFilterParser::detail::Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {

@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "lytFilterParser/detail/TestSupport.h"
 #include "lytFilterParser/lytFilterParser.h"
 
 namespace {
@@ -111,6 +112,26 @@ TEST(LargeInput, SixteenMegabytesReadValidateAndWriteInLinearTime) {
   // Ten times the text may take at most twenty times as long (linear with
   // room for allocator and cache effects); quadratic work would take ~100x.
   EXPECT_LT(large, 20 * small + 0.5) << "100k: " << small << " s, 1M: " << large << " s";
+}
+
+// Bare atom lists closed early by a "]" of the text: every one of them ends
+// before the same option, which the reader must not look for again each time.
+double secondsForEarlyClosedLists(std::size_t lists) {
+  const std::string text = repeated("", "-f src a ] ", lists) + "-k svc";
+  const auto start = std::chrono::steady_clock::now();
+  std::string error;
+  std::unique_ptr<LYTKovaRequest> request(LYTKovaRequest::getLYTKovaRequest(text, error));
+  EXPECT_EQ(request, nullptr);
+  EXPECT_EQ(error, "Invalid option: ]");
+  strList tokens = lfptest::tokensOf(text);
+  EXPECT_EQ(lfptest::thrownMessage([&] { NetworkKovaRequest fromList(tokens); }), "Invalid option: ]");
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+TEST(LargeInput, ManyEarlyClosedAtomListsReadInLinearTime) {
+  const double small = secondsForEarlyClosedLists(1000);
+  const double large = secondsForEarlyClosedLists(10000);
+  EXPECT_LT(large, 20 * small + 0.5) << "1k: " << small << " s, 10k: " << large << " s";
 }
 
 }  // namespace
