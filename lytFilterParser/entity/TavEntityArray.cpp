@@ -6,6 +6,7 @@
 #include "lytFilterParser/detail/Reader.h"
 #include "lytFilterParser/detail/Writer.h"
 #include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/detail/Unordered.h"
 
 TavEntityArray::TavEntityArray(strList& tokens) {
   entities.reserve(tokens.size());
@@ -51,10 +52,10 @@ std::string TavEntityArray::dump() const {
 
 bool TavEntityArray::operator==(const TavEntityArray& other) const {
   if (entities.size() != other.entities.size()) return false;
-  for (const TavEntity& entity : entities) {
-    if (std::find(other.entities.begin(), other.entities.end(), entity) == other.entities.end()) return false;
-  }
-  return true;
+  return lytFilterParser::detail::everyItemIn(entities, other.entities, [](const TavEntity& a, const TavEntity& b) {
+    const int order = a.getName().compare(b.getName());
+    return order != 0 ? order < 0 : a.getResolvedName() < b.getResolvedName();
+  });
 }
 
 void TavEntityArray::getModuleNames(strList& names) const {

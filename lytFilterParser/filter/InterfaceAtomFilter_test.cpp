@@ -66,6 +66,16 @@ TEST(InterfaceInfoListTest, EqualityIgnoresOrderAndDoesNotPairItems) {
   // Only this list's items are looked up in the other one.
   EXPECT_TRUE(listOf({a, a}) == listOf({a, b}));
   EXPECT_FALSE(listOf({a, b}) == listOf({a, a}));
+  // Long lists go through a sorted index: the same answers.
+  InterfaceInfoList forward, backward, other;
+  for (int i = 0; i < 40; ++i) {
+    forward.push_back(InterfaceInfo("eth" + std::to_string(i), TAV_DIR_IN));
+    backward.push_back(InterfaceInfo("eth" + std::to_string(39 - i), TAV_DIR_IN));
+    other.push_back(InterfaceInfo("eth" + std::to_string(i), i == 7 ? TAV_DIR_OUT : TAV_DIR_IN));
+  }
+  EXPECT_TRUE(forward == backward);
+  EXPECT_FALSE(forward == other);
+  EXPECT_FALSE(other == backward);
 }
 
 TEST(InterfaceAtomFilterTest, ReadsAndWritesWithEveryBlank) {

@@ -1,11 +1,9 @@
 #include "lytFilterParser/filter/InterfaceInfoList.h"
 
-#include <algorithm>
+#include "lytFilterParser/detail/Unordered.h"
 
 bool InterfaceInfoList::operator==(const InterfaceInfoList& other) const {
   if (items.size() != other.items.size()) return false;
-  for (const InterfaceInfo& item : items) {
-    if (std::find(other.items.begin(), other.items.end(), item) == other.items.end()) return false;
-  }
-  return true;
+  return lytFilterParser::detail::everyItemIn(items, other.items,
+                                              [](const InterfaceInfo& a, const InterfaceInfo& b) { return a < b; });
 }
