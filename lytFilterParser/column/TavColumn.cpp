@@ -52,10 +52,12 @@ TavColumn::TavColumn(KeyOrValue role, TavValType type, TavAccType acc, const Tav
 TavColumn::TavColumn(KeyOrValue role, TavValType type, TavAccType acc, const TavColumnFilter& filter)
     : keyOrValue(role), valueType(type), accType(acc), columnFilter(filter) {}
 
-TavColumn::TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string& sortOption)
+TavColumn::TavColumn(KeyOrValue role)
     : keyOrValue(role),
       valueType(role == TAV_KEY ? TAV_SVC : TAV_AB),
-      accType(role == TAV_KEY ? TAV_ACC_REPLACE : TAV_ACC_RATE) {
+      accType(role == TAV_KEY ? TAV_ACC_REPLACE : TAV_ACC_RATE) {}
+
+TavColumn::TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string& sortOption) : TavColumn(role) {
   lytFilterParser::detail::Reader::column(*this, tokens, cur, sortOption);
 }
 
@@ -121,9 +123,7 @@ std::string TavColumn::dumpAccumulationMode() const { return std::string(accWrit
 
 void TavColumn::appendTo(lytFilterParser::detail::Writer& out) const {
   out << roleWritten(keyOrValue);
-  const std::string_view keyword = lytFilterParser::detail::valueTypeKeyword(valueType);
-  if (keyword.empty()) fail("Not a valid argument for type");
-  out << keyword;
+  out << lytFilterParser::detail::valueTypeKeyword(valueType);
   out << ' ';
   out << accWritten(accType);
   columnFilter.appendTo(out);

@@ -69,6 +69,8 @@ class LFP_API TavColumn {
 
  private:
   friend struct lytFilterParser::detail::Reader;
+  // A column of `role` with the role's default type and mode, for the readers to fill.
+  LFP_HIDDEN explicit TavColumn(KeyOrValue role);
 
   KeyOrValue keyOrValue;
   TavValType valueType;

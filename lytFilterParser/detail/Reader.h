@@ -2,8 +2,9 @@
 // a caller's strList (the public parsing constructors and parse functions),
 // TextTokens, the text read in place (getLYTKovaRequest), and WordTokens, the
 // legacy translator's output (convert). Each class's reader is defined in
-// that class's source file, which instantiates it for every sequence. The classes befriend Reader so that it fills their fields
-// directly. Internal: not installed.
+// that class's source file, which instantiates it for every sequence. The
+// classes befriend Reader so that it fills their fields directly. Internal:
+// not installed.
 #ifndef LYTFILTERPARSER_DETAIL_READER_H
 #define LYTFILTERPARSER_DETAIL_READER_H
 
@@ -59,10 +60,7 @@ struct Reader {
   static void compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth);
   template <class Tokens>
   static void filterOperator(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);
-  // The "-f" items of an "and" whose "and" and "[" are implied, up to and
-  // including the closing "]".
-  template <class Tokens>
-  static void conjunction(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  // The "-f" items of a compound filter, and its "]" when `bracketed`.
   template <class Tokens>
   static void children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth, bool bracketed);
   template <class Tokens>

@@ -10,7 +10,8 @@
 namespace lytFilterParser {
 namespace detail {
 
-// The written keyword of `type`, or empty where dumpValueType throws.
+// The written keyword of `type`; throws "Not a valid argument for type" for
+// a type without one, as dumpValueType does.
 LFP_HIDDEN std::string_view valueTypeKeyword(TavValType type);
 
 // getValueType for a token read in place.

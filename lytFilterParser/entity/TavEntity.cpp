@@ -11,29 +11,20 @@ constexpr char kSeparator[] = "<>";
 TavEntity::TavEntity(std::string name_, std::string resolvedName_)
     : name(std::move(name_)), resolvedName(std::move(resolvedName_)) {}
 
-TavEntity::TavEntity(std::string text) { split(std::move(text)); }
+TavEntity::TavEntity(std::string text) { split(text); }
 
-TavEntity::TavEntity(std::string_view token, FromToken) {
-  const std::size_t at = token.find(std::string_view(kSeparator, 2));
+TavEntity::TavEntity(std::string_view token, FromToken) { split(token); }
+
+void TavEntity::setFilterString(const std::string& text) { split(text); }
+
+void TavEntity::split(std::string_view text) {
+  const std::size_t at = text.find(std::string_view(kSeparator, 2));
   if (at == std::string_view::npos) {
-    name.assign(token.data(), token.size());
+    name.assign(text.data(), text.size());
     return;
   }
-  name.assign(token.data(), at);
-  resolvedName.assign(token.data() + at + 2, token.size() - at - 2);
-}
-
-void TavEntity::setFilterString(const std::string& text) { split(std::string(text)); }
-
-void TavEntity::split(std::string&& text) {
-  const std::size_t at = text.find(kSeparator, 0, 2);
-  if (at == std::string::npos) {
-    name = std::move(text);
-    return;
-  }
-  resolvedName.assign(text, at + 2, std::string::npos);
-  text.resize(at);
-  name = std::move(text);
+  name.assign(text.data(), at);
+  resolvedName.assign(text.data() + at + 2, text.size() - at - 2);
 }
 
 void TavEntity::appendTo(lytFilterParser::detail::Writer& out) const {

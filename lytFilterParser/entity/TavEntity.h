@@ -42,7 +42,8 @@ class LFP_API TavEntity {
   LFP_HIDDEN TavEntity(std::string_view token, FromToken);
 
  private:
-  LFP_HIDDEN void split(std::string&& text);
+  // Name before the first "<>", resolved name after it; without one, only the name.
+  LFP_HIDDEN void split(std::string_view text);
 
   std::string name;
   std::string resolvedName;

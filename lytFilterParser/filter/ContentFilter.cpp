@@ -12,10 +12,7 @@ ContentFilter::ContentFilter(TavValType type, bool negated, const TavEntityArray
 ContentFilter::~ContentFilter() = default;
 
 void ContentFilter::appendTo(lytFilterParser::detail::Writer& out) const {
-  const std::string_view keyword = lytFilterParser::detail::valueTypeKeyword(filterType);
-  if (keyword.empty()) lytFilterParser::detail::fail("Not a valid argument for type");
-  out << "-f ";
-  out << keyword;
+  out << "-f " << lytFilterParser::detail::valueTypeKeyword(filterType);
   out << (negation ? " not " : "  ");
   entities.appendTo(out);
   out << ' ';

@@ -119,14 +119,6 @@ LFP_FOR_EACH_TOKEN_SEQUENCE(LFP_INSTANTIATE_COMPOUND)
 #undef LFP_INSTANTIATE_COMPOUND
 
 template <class Tokens>
-void lytFilterParser::detail::Reader::conjunction(Filter& filter, Tokens& tokens, Iter<Tokens>& cur) {
-  filter.filterOperator = FILTER_AND;
-  children(filter, tokens, cur, 0, true);
-}
-
-LFP_INSTANTIATE_READER(conjunction, Filter&);
-
-template <class Tokens>
 void lytFilterParser::detail::Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth,
                                                bool bracketed) {
   while (cur != tokens.end() && isOption(*cur, 'f')) {
@@ -146,6 +138,12 @@ void lytFilterParser::detail::Reader::children(Filter& filter, Tokens& tokens, I
     ++cur;
   }
 }
+
+// The request reader starts the conjunction of a bare atom list here too.
+#define LFP_INSTANTIATE_CHILDREN(Tokens) \
+  template void lytFilterParser::detail::Reader::children<Tokens>(Filter&, Tokens&, Tokens::iterator&, int, bool);
+LFP_FOR_EACH_TOKEN_SEQUENCE(LFP_INSTANTIATE_CHILDREN)
+#undef LFP_INSTANTIATE_CHILDREN
 
 namespace {
 

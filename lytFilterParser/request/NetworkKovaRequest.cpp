@@ -49,7 +49,7 @@ void lytFilterParser::detail::Reader::request(NetworkKovaRequest& request, Token
       case 'k': {
         ++cur;
         std::string ignoredSort;
-        TavColumn key(TAV_KEY, TAV_SVC, TAV_ACC_REPLACE, TavColumnFilter());
+        TavColumn key(TAV_KEY);
         column(key, tokens, cur, ignoredSort);
         request.keys.push_back(std::move(key));
         break;
@@ -57,7 +57,7 @@ void lytFilterParser::detail::Reader::request(NetworkKovaRequest& request, Token
       case 'v': {
         ++cur;
         std::string sortOption;
-        TavColumn value(TAV_VALUE, TAV_AB, TAV_ACC_RATE, TavColumnFilter());
+        TavColumn value(TAV_VALUE);
         column(value, tokens, cur, sortOption);
         request.values.push_back(std::move(value));
         if (!sortOption.empty()) {

@@ -200,9 +200,7 @@ std::string NetworkKovaRequest::dumpLegacy() const {
     const AtomFilter* atom = dynamic_cast<const AtomFilter*>(child.get());
     if (atom == nullptr) continue;
     out << '[';
-    const std::string_view keyword = lytFilterParser::detail::valueTypeKeyword(atom->getFilterType());
-    if (keyword.empty()) fail("Not a valid argument for type");
-    out << keyword;
+    out << lytFilterParser::detail::valueTypeKeyword(atom->getFilterType());
     out << ' ';
     out << (atom->isNegated() ? "1 [" : "0 [");
     if (atom->getFilterType() == TAV_INTERFACE) {

@@ -52,15 +52,15 @@ std::string_view valueTypeKeyword(TavValType type) {
       "conn",     "session", "pktRange", "tunnel",      "tunnelType", "citrix", "wdAttack",
   };
   const unsigned index = static_cast<unsigned>(type);
-  return index < sizeof kKeywords / sizeof kKeywords[0] ? kKeywords[index] : std::string_view();
+  const std::string_view keyword = index < sizeof kKeywords / sizeof kKeywords[0] ? kKeywords[index] : std::string_view();
+  if (keyword.empty()) fail("Not a valid argument for type");
+  return keyword;
 }
 
 }  // namespace detail
 
 std::string dumpValueType(TavValType type) {
-  const std::string_view keyword = detail::valueTypeKeyword(type);
-  if (keyword.empty()) detail::fail("Not a valid argument for type");
-  return std::string(keyword);
+  return std::string(detail::valueTypeKeyword(type));
 }
 
 namespace detail {
