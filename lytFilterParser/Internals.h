@@ -1,12 +1,11 @@
-// The library's internal reader and writer, declared only: the public classes
-// befriend the one and write into the other. Callers never use them.
+// The library's internal reader, declared only: the public classes befriend
+// it so that it fills their fields. Callers never use it.
 #ifndef LYTFILTERPARSER_INTERNALS_H
 #define LYTFILTERPARSER_INTERNALS_H
 
 namespace lytFilterParser {
 namespace detail {
 struct Reader;
-class Writer;
 }  // namespace detail
 }  // namespace lytFilterParser
 

@@ -6,25 +6,13 @@
 #include <string>
 
 #include "lytFilterParser/Export.h"
+#include "lytFilterParser/Internals.h"
+#include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/column/TavColumnFilter.h"
 #include "lytFilterParser/entity/TavEntity.h"
 #include "lytFilterParser/entity/TavEntityArray.h"
-#include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/vocab/ValueType.h"
-
-enum KeyOrValue : int { TAV_KEY = 0, TAV_VALUE = 1 };
-
-enum TavAccType : int {
-  TAV_ACC_REPLACE = 0,
-  TAV_ACC_RATE = 1,
-  TAV_ACC_NEW = 2,
-  TAV_ACC_SUM = 3,
-  TAV_ACC_CONCURRENT = 4,
-  TAV_ACC_CONCURRENT2 = 5,  // kept apart in memory, written as concurrent
-  TAV_ACC_MIN = 6,
-  TAV_ACC_MAX = 7,
-  TAV_ACC_LINEUTIL = 8
-};
 
 class LFP_API TavColumn {
  public:
@@ -64,8 +52,6 @@ class LFP_API TavColumn {
 
   void getModuleNames(strList& names) const;
   bool setModuleNames(strIter& oldName, strIter& newName);
-
-  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;

@@ -8,7 +8,7 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/column/TavColumn.h"
-#include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/base/TokenList.h"
 
 class LFP_API TavColumnArray {
  public:
@@ -37,8 +37,6 @@ class LFP_API TavColumnArray {
   iterator end() { return columns.end(); }
   const_iterator begin() const { return columns.begin(); }
   const_iterator end() const { return columns.end(); }
-
-  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   // A request has a few columns: room for them at the first one.

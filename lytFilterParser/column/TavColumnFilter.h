@@ -7,7 +7,8 @@
 #include <string>
 
 #include "lytFilterParser/Export.h"
-#include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/Internals.h"
+#include "lytFilterParser/base/TokenList.h"
 
 class LFP_API TavColumnFilter {
  public:
@@ -35,8 +36,6 @@ class LFP_API TavColumnFilter {
   // True when any of encryption, compression, direction or citrix-print
   // differs from "both".
   bool restrictsTraffic() const;
-
-  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;

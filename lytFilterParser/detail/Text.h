@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "lytFilterParser/request/Assert.h"
+#include "lytFilterParser/base/Assert.h"
 
 namespace lytFilterParser {
 namespace detail {
@@ -19,39 +19,17 @@ namespace detail {
   std::abort();  // not reached: Assert(false, ...) always throws
 }
 
+// The brackets that group the children of a compound filter; the tokenizer
+// makes each a token of its own.
+constexpr char kOpenBracket = '[';
+constexpr char kCloseBracket = ']';
+
 // The first character, '\0' for an empty token: a caller's token list may
 // hold empty strings, which std::string reads as '\0' too.
 inline char firstChar(std::string_view token) { return token.empty() ? '\0' : token.front(); }
 
 // One-character tokens such as "[" and "]".
 inline bool isChar(std::string_view token, char c) { return token.size() == 1 && token[0] == c; }
-
-// Two-character option words such as "-f".
-inline bool isOption(std::string_view token, char letter) {
-  return token.size() == 2 && token[0] == '-' && token[1] == letter;
-}
-
-// The operator words of a compound filter.
-inline bool isOperatorWord(std::string_view token) {
-  return token == "or" || token == "OR" || token == "and" || token == "AND";
-}
-
-// Containment and prefix tests against string literals, whose length the
-// compiler knows.
-template <std::size_t N>
-bool contains(std::string_view token, const char (&word)[N]) {
-  return token.find(std::string_view(word, N - 1)) != std::string_view::npos;
-}
-
-template <std::size_t N>
-bool startsWith(std::string_view token, const char (&prefix)[N]) {
-  return token.size() >= N - 1 && token.compare(0, N - 1, std::string_view(prefix, N - 1)) == 0;
-}
-
-template <std::size_t N>
-bool is(std::string_view token, const char (&word)[N]) {
-  return token == std::string_view(word, N - 1);
-}
 
 // Reads a decimal integer the way the C library's atoi does (leading blanks
 // and a sign allowed, reading stops at the first other character, no digits

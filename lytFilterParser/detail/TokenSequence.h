@@ -23,6 +23,8 @@
 #include <utility>
 #include <vector>
 
+#include "lytFilterParser/detail/Text.h"
+
 namespace lytFilterParser {
 namespace detail {
 
@@ -39,7 +41,7 @@ class TokenSequence : public Source {
   class iterator {
    public:
     // The token under the iterator; "]" for an inserted bracket.
-    std::string_view operator*() const { return onClose() ? std::string_view("]", 1) : owner->at(pos); }
+    std::string_view operator*() const { return onClose() ? std::string_view(&kClose, 1) : owner->at(pos); }
     iterator& operator++() {
       if (onClose()) {
         ++close;
@@ -80,6 +82,7 @@ class TokenSequence : public Source {
   }
 
  private:
+  static constexpr char kClose = kCloseBracket;
   // A request closes one bare atom list, rarely more: those need no allocation.
   static constexpr std::size_t kInlineCloses = 4;
   std::size_t closeAt(std::size_t i) const { return i < kInlineCloses ? inlineCloses[i] : moreCloses[i - kInlineCloses]; }
@@ -112,8 +115,8 @@ class TextSource {
     std::size_t end = from;
     if (end < size) {
       ++end;
-      if (data[from] != '[' && data[from] != ']') {
-        while (end < size && data[end] != ' ' && data[end] != '[' && data[end] != ']') ++end;
+      if (data[from] != kOpenBracket && data[from] != kCloseBracket) {
+        while (end < size && data[end] != ' ' && data[end] != kOpenBracket && data[end] != kCloseBracket) ++end;
       }
     }
     return Position{from, end};

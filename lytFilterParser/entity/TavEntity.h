@@ -5,7 +5,6 @@
 #define LYTFILTERPARSER_ENTITY_TAVENTITY_H
 
 #include <string>
-#include <string_view>
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
@@ -35,15 +34,8 @@ class LFP_API TavEntity {
   const std::string& getResolvedName() const { return resolvedName; }
   void setResolvedName(const std::string& resolved) { resolvedName = resolved; }
 
-  // Writes dump() at the end of `out`.
-  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
-  // Splits a token read in place, as TavEntity(std::string) does.
-  struct FromToken {};
-  LFP_HIDDEN TavEntity(std::string_view token, FromToken);
-
  private:
-  // Name before the first "<>", resolved name after it; without one, only the name.
-  LFP_HIDDEN void split(std::string_view text);
+  friend struct lytFilterParser::detail::Reader;
 
   std::string name;
   std::string resolvedName;

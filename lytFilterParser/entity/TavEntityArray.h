@@ -8,8 +8,9 @@
 #include <vector>
 
 #include "lytFilterParser/Export.h"
+#include "lytFilterParser/Internals.h"
 #include "lytFilterParser/entity/TavEntity.h"
-#include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/base/TokenList.h"
 
 class LFP_API TavEntityArray {
  public:
@@ -34,8 +35,6 @@ class LFP_API TavEntityArray {
   // stores the new name as resolved name and advances both cursors.
   void getModuleNames(strList& names) const;
   bool setModuleNames(strIter& oldName, strIter& newName);
-  // The same, throwing a message when a cursor would run past its list end.
-  bool setModuleNames(strIter& oldName, strIter oldEnd, strIter& newName, strIter newEnd);
 
   void add(const TavEntity& entity) { entities.push_back(entity); }
   void add(TavEntity&& entity) { entities.push_back(std::move(entity)); }
@@ -44,8 +43,6 @@ class LFP_API TavEntityArray {
   const TavEntity& operator[](std::size_t i) const { return entities[i]; }
   std::vector<TavEntity>::const_iterator begin() const { return entities.begin(); }
   std::vector<TavEntity>::const_iterator end() const { return entities.end(); }
-
-  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;

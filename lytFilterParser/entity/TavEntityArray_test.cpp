@@ -69,12 +69,11 @@ TEST(TavEntityArray, EqualityIgnoresOrderAndMultiplicity) {
 
 // Substitutes resolved names into "h1 h2<>old": gives the text afterwards and
 // the old and new names the cursors stop at, or the fault and the text.
-std::string substituted(strList oldNames, strList newNames, bool bounded) {
+std::string substituted(strList oldNames, strList newNames) {
   TavEntityArray entities = wholeList({"h1", "h2<>old"});
   strIter oldName = oldNames.begin(), newName = newNames.begin();
   try {
-    EXPECT_TRUE(bounded ? entities.setModuleNames(oldName, oldNames.end(), newName, newNames.end())
-                        : entities.setModuleNames(oldName, newName));
+    EXPECT_TRUE(entities.setModuleNames(oldName, newName));
   } catch (const std::string& message) {
     return "<fault> " + message + "|" + entities.dump();
   }
@@ -85,19 +84,8 @@ TEST(TavEntityArray, CollectsNamesAndSubstitutesResolvedNamesWithoutRollback) {
   strList names = {"before"};
   wholeList({"h1", "h2<>x", "h1"}).getModuleNames(names);
   EXPECT_EQ(names, (strList{"before", "h1", "h2", "h1"}));
-  for (bool bounded : {false, true}) {
-    SCOPED_TRACE(bounded ? "bounded" : "unbounded");
-    EXPECT_EQ(substituted({"h1", "h2", "next"}, {"a", "b", "c"}, bounded), "h1<>a h2<>b |next|c");
-    EXPECT_EQ(substituted({"h1", "H2"}, {"a", "b"}, bounded), "<fault> H2|h1<>a h2<>old ");
-  }
-  EXPECT_EQ(substituted({"h1"}, {"a", "b"}, true),
-            "<fault> setModuleNames: the list of old names is shorter than the module names|h1<>a h2<>old ");
-  EXPECT_EQ(substituted({"h1", "h2"}, {"x"}, true),
-            "<fault> setModuleNames: the list of new names is shorter than the module names|h1<>x h2<>old ");
-  TavEntityArray none;
-  strList empty;
-  strIter oldName = empty.begin(), newName = empty.begin();
-  EXPECT_TRUE(none.setModuleNames(oldName, empty.end(), newName, empty.end()));
+  EXPECT_EQ(substituted({"h1", "h2", "next"}, {"a", "b", "c"}), "h1<>a h2<>b |next|c");
+  EXPECT_EQ(substituted({"h1", "H2"}, {"a", "b"}), "<fault> H2|h1<>a h2<>old ");
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "lytFilterParser/Export.h"
-#include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/base/TokenList.h"
 
 class LFP_API AbstractFilter {
  public:

@@ -6,8 +6,9 @@
 #include <string>
 
 #include "lytFilterParser/Export.h"
+#include "lytFilterParser/Internals.h"
 #include "lytFilterParser/filter/AbstractFilter.h"
-#include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/vocab/ValueType.h"
 
 class LFP_API AtomFilter : public AbstractFilter {

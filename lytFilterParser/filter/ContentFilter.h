@@ -8,7 +8,7 @@
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/entity/TavEntityArray.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
-#include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/vocab/ValueType.h"
 
 class LFP_API ContentFilter : public ContentFilterBase {
@@ -21,8 +21,6 @@ class LFP_API ContentFilter : public ContentFilterBase {
 
   std::string dump() const override;
   AbstractFilter* clone() const override;
-
-  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 };
 
 #endif

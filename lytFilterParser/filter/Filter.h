@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "lytFilterParser/Export.h"
+#include "lytFilterParser/Internals.h"
+#include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/filter/AbstractFilter.h"
-#include "lytFilterParser/request/TokenList.h"
-
-enum FilterOperator : int { FILTER_AND = 0, FILTER_OR = 1 };
+#include "lytFilterParser/base/TokenList.h"
 
 class LFP_API Filter : public AbstractFilter {
  public:
@@ -54,14 +54,8 @@ class LFP_API Filter : public AbstractFilter {
   // Takes ownership of `child`.
   void addChild(std::unique_ptr<AbstractFilter> child);
 
-  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
-
  private:
   friend struct lytFilterParser::detail::Reader;
-
-  LFP_HIDDEN void cloneChildrenOf(const Filter& other, int depth);
-  LFP_HIDDEN void appendAt(lytFilterParser::detail::Writer& out, int depth) const;
-  LFP_HIDDEN void addParsedChild(std::unique_ptr<AbstractFilter> child);
 
   FilterOperator filterOperator;
   Children children;

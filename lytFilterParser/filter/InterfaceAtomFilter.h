@@ -6,10 +6,11 @@
 #include <string>
 
 #include "lytFilterParser/Export.h"
+#include "lytFilterParser/Internals.h"
 #include "lytFilterParser/filter/AtomFilter.h"
 #include "lytFilterParser/filter/InterfaceInfo.h"
 #include "lytFilterParser/filter/InterfaceInfoList.h"
-#include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/base/TokenList.h"
 
 class LFP_API InterfaceAtomFilter : public AtomFilter {
  public:
@@ -34,8 +35,6 @@ class LFP_API InterfaceAtomFilter : public AtomFilter {
   std::string dumpInterfaceInfoList() const;
 
   const InterfaceInfoList& getInterfaces() const { return interfaces; }
-
-  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;

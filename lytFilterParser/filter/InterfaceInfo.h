@@ -6,9 +6,9 @@
 #include <string>
 
 #include "lytFilterParser/Export.h"
-#include "lytFilterParser/request/TokenList.h"
-
-enum TavFilterDirType : int { TAV_DIR_IN = 0, TAV_DIR_OUT = 1, TAV_DIR_BOTH = 2 };
+#include "lytFilterParser/Internals.h"
+#include "lytFilterParser/vocab/Codes.h"
+#include "lytFilterParser/base/TokenList.h"
 
 // Final: dump() is virtual but the destructor is not, so nothing may derive
 // from it and be destroyed through an InterfaceInfo.
@@ -35,8 +35,6 @@ class LFP_API InterfaceInfo final {
 
   const std::string& getName() const { return name; }
   TavFilterDirType getDirection() const { return direction; }
-
-  LFP_HIDDEN void appendTo(lytFilterParser::detail::Writer& out) const;
 
  private:
   friend struct lytFilterParser::detail::Reader;

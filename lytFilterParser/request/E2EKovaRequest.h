@@ -6,11 +6,11 @@
 #include <string>
 
 #include "lytFilterParser/Export.h"
+#include "lytFilterParser/Internals.h"
+#include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/request/LYTKovaRequest.h"
-#include "lytFilterParser/request/TokenList.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
-
-enum tLytpE2eDataType : int { E2E_DATA_WIRE = 1, E2E_DATA_APPLICATION = 2 };
 
 class LFP_API E2EKovaRequest : public LYTKovaRequest {
  public:

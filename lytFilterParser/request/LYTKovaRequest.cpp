@@ -3,12 +3,11 @@
 #include <memory>
 #include <string_view>
 
-#include "lytFilterParser/detail/Reader.h"
-#include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/TokenSequence.h"
-
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
+#include "lytFilterParser/request/Reader.h"
+#include "lytFilterParser/vocab/Syntax.h"
 
 LYTKovaRequest::~LYTKovaRequest() = default;
 
@@ -25,7 +24,7 @@ LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::
   TextTokens::iterator cur = tokens.begin();
   if (cur == tokens.end()) return nullptr;
   try {
-    if (lytFilterParser::detail::is(*cur, "vl")) {
+    if (*cur == lytFilterParser::detail::virtualLinkWord()) {
       ++cur;
       std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
       Reader::virtualLink(*request, tokens, cur);

@@ -7,19 +7,8 @@
 #include <string>
 
 #include "lytFilterParser/Export.h"
-#include "lytFilterParser/request/TokenList.h"
-
-// Version of the monitoring peer a request is meant for, oldest first. Every
-// int is a value: 0 is served by no request, 1 and 2 read the legacy option
-// syntax, 3 is the current peer, and 4 is what getMinimalValidVersion answers
-// when no peer accepts a request.
-enum TavVersion : int {
-  TAV_VERSION_UNSUPPORTED = 0,
-  TAV_VERSION_LEGACY_1 = 1,
-  TAV_VERSION_LEGACY_2 = 2,
-  TAV_VERSION_CURRENT = 3,
-  TAV_VERSION_NONE = 4
-};
+#include "lytFilterParser/base/TavVersion.h"
+#include "lytFilterParser/base/TokenList.h"
 
 class LFP_API LYTKovaRequest {
  public:

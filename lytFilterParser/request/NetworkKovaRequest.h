@@ -9,13 +9,13 @@
 #include <vector>
 
 #include "lytFilterParser/Export.h"
+#include "lytFilterParser/Internals.h"
+#include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/column/TavColumn.h"
 #include "lytFilterParser/column/TavColumnArray.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/request/LYTKovaRequest.h"
-#include "lytFilterParser/request/TokenList.h"
-
-enum TavSortType : int { TAV_SORT_TOP = 0, TAV_SORT_BOTTOM = 1, TAV_SORT_NONE = 2 };
+#include "lytFilterParser/base/TokenList.h"
 
 class LFP_API NetworkKovaRequest : public LYTKovaRequest {
  public:
@@ -83,9 +83,6 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
   friend struct lytFilterParser::detail::Reader;
   // An empty request for the readers to fill.
   LFP_HIDDEN NetworkKovaRequest();
-  LFP_HIDDEN std::string dumpLegacy() const;
-  LFP_HIDDEN void appendSort(lytFilterParser::detail::Writer& out) const;
-  LFP_HIDDEN std::size_t countModuleNames() const;
   friend class LYTKovaRequest;
 
   Filter filter;

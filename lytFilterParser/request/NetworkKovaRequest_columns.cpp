@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <mutex>
 
-#include "lytFilterParser/detail/ColumnAllocation.h"
+#include "lytFilterParser/vocab/ColumnAllocation.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"

@@ -1,68 +1,21 @@
-// What a peer of a given version can serve. The rules that are tables stay
-// tables here; the order of the checks decides which message a request gets.
+// What a peer of a given version can serve. Which types may stand where, and
+// which modes a value type takes, are the value-type table's; the checks
+// below run in a fixed order, and the first that fails gives the message.
 #include "lytFilterParser/request/NetworkKovaRequest.h"
+
+#include "lytFilterParser/vocab/ValueTypeTable.h"
 
 namespace {
 
-constexpr unsigned bit(TavValType type) { return 1u << static_cast<unsigned>(type); }
-constexpr unsigned accBit(TavAccType acc) { return 1u << static_cast<unsigned>(acc); }
-
-bool hasType(unsigned mask, TavValType type) {
-  const unsigned index = static_cast<unsigned>(type);
-  return index < 32 && (mask & (1u << index)) != 0;
-}
+using lytFilterParser::detail::hasPlace;
+using lytFilterParser::detail::ValueTypeRow;
+using lytFilterParser::detail::valueTypeRow;
+namespace place = lytFilterParser::detail;
 
 constexpr std::size_t kMaxKeys = 4;
 constexpr std::size_t kMaxValues = 6;
 constexpr std::size_t kMaxEntriesPerKey = 100;
 constexpr int kMaxUpdatesLimit = 200;
-
-// Types a key column may have.
-constexpr unsigned kKeyTypes = bit(TAV_SVC) | bit(TAV_SRC) | bit(TAV_DST) | bit(TAV_IP) | bit(TAV_FWRULE) |
-                               bit(TAV_QSRULE) | bit(TAV_CONNID) | bit(TAV_URL) | bit(TAV_TELNUMBER) |
-                               bit(TAV_INTERFACE) | bit(TAV_ORIENTATION) | bit(TAV_PKTRANGE) | bit(TAV_TUNNEL) |
-                               bit(TAV_TUNNELTYPE) | bit(TAV_CITRIX) | bit(TAV_WDATTACK);
-// Keys that may stand only first.
-constexpr unsigned kFirstOnlyKeys = bit(TAV_IP) | bit(TAV_TUNNEL) | bit(TAV_WDATTACK);
-// Keys that need session values.
-constexpr unsigned kUrlLikeKeys = bit(TAV_URL) | bit(TAV_WDATTACK);
-// Keys a session value cannot be grouped by.
-constexpr unsigned kSessionIncompatibleKeys = bit(TAV_FWRULE) | bit(TAV_QSRULE) | bit(TAV_TELNUMBER) |
-                                              bit(TAV_CONNID) | bit(TAV_PKTRANGE) | bit(TAV_TUNNEL) |
-                                              bit(TAV_TUNNELTYPE) | bit(TAV_ORIENTATION) | bit(TAV_CITRIX);
-// Types and modes older peers take.
-constexpr unsigned kLegacyKeyTypes =
-    bit(TAV_SVC) | bit(TAV_SRC) | bit(TAV_DST) | bit(TAV_IP) | bit(TAV_FWRULE) | bit(TAV_QSRULE);
-constexpr unsigned kLegacyValueTypes = bit(TAV_WB) | bit(TAV_PKT) | bit(TAV_CONN);
-
-// Accumulation modes by value type, and the mode that "rate" becomes.
-struct ValueRule {
-  TavValType type;
-  unsigned allowedModes;
-  int rateBecomes;  // -1: rate stays rate
-  const char* filterMessage;  // nullptr: column options are allowed
-};
-
-constexpr ValueRule kValueRules[] = {
-    {TAV_AB, accBit(TAV_ACC_RATE) | accBit(TAV_ACC_LINEUTIL) | accBit(TAV_ACC_SUM), -1, nullptr},
-    {TAV_WB, accBit(TAV_ACC_RATE) | accBit(TAV_ACC_LINEUTIL) | accBit(TAV_ACC_SUM), -1, nullptr},
-    {TAV_PKT, accBit(TAV_ACC_RATE) | accBit(TAV_ACC_SUM), -1, nullptr},
-    {TAV_CONN, accBit(TAV_ACC_CONCURRENT) | accBit(TAV_ACC_NEW), TAV_ACC_CONCURRENT,
-     "Can't use Per Connection with column filter"},
-    {TAV_SESSION, accBit(TAV_ACC_NEW), TAV_ACC_NEW, "Can't use Per Session with column filter"},
-};
-
-const ValueRule* valueRule(TavValType type) {
-  for (const ValueRule& rule : kValueRules) {
-    if (rule.type == type) return &rule;
-  }
-  return nullptr;
-}
-
-bool allowsMode(const ValueRule& rule, TavAccType acc) {
-  const unsigned index = static_cast<unsigned>(acc);
-  return index < 32 && (rule.allowedModes & (1u << index)) != 0;
-}
 
 // Assigning into the caller's string reuses its buffer, so repeated checks
 // (getMinimalValidVersion) do not allocate for the fixed messages.
@@ -78,111 +31,147 @@ bool refuse(std::string& error, const char* head, TavValType type) {
   return false;
 }
 
+// What the key columns hold, for the checks that look at keys and values together.
+struct Keys {
+  std::size_t entries = 0;  // entities of every key
+  int qsrule = 0, connId = 0, interfaces = 0, pktRange = 0, firstOnly = 0, needsSession = 0;
+};
+
+bool checkCounts(const TavColumnArray& keys, const TavColumnArray& values, std::string& error) {
+  if (keys.size() > kMaxKeys) return refuse(error, "Number of keys reach the max number");
+  if (values.size() > kMaxValues) return refuse(error, "Number of vals reach the max number");
+  return true;
+}
+
+bool checkKeys(const TavColumnArray& keys, Keys& found, std::string& error) {
+  found.entries = keys[0].getEntities().size();
+  for (std::size_t position = 0; position < keys.size(); ++position) {
+    const TavValType type = keys[position].getValueType();
+    if (keys[position].getEntities().size() != found.entries) {
+      return refuse(error, "Number of entries for each key must be equal");
+    }
+    if (!hasPlace(type, place::kAsKey)) return refuse(error, "Invalid type for key: ", type);
+    found.qsrule += type == TAV_QSRULE;
+    found.connId += type == TAV_CONNID;
+    found.interfaces += type == TAV_INTERFACE;
+    found.pktRange += type == TAV_PKTRANGE;
+    found.needsSession += hasPlace(type, place::kNeedsSessionValues);
+    if (hasPlace(type, place::kFirstKeyOnly)) {
+      ++found.firstOnly;
+      if (position != 0) {
+        return refuse(error, "The following types (IP, Tunnel, wdAttack) can be used only as the first key");
+      }
+    }
+  }
+  if (found.firstOnly > 1) return refuse(error, "Can't use more than ones of the following keys (IP, Tunnel)");
+  return true;
+}
+
+// Completes "rate" to the mode the type counts in, then checks the mode,
+// the column options and the entities of every value column.
+bool checkValues(TavColumnArray& values, int& sessions, int& concurrent, std::string& error) {
+  for (TavColumn& value : values) {
+    const TavValType type = value.getValueType();
+    const ValueTypeRow* row = valueTypeRow(type);
+    if (row == nullptr || (row->places & place::kAsValue) == 0) return refuse(error, "Invalid type for value: ", type);
+    if (value.getAccType() == TAV_ACC_RATE && row->rateBecomes >= 0) {
+      value.setAccType(static_cast<TavAccType>(row->rateBecomes));
+    }
+    const unsigned acc = static_cast<unsigned>(value.getAccType());
+    if (acc >= 32 || (row->valueModes & (1u << acc)) == 0) return refuse(error, "Invalid accumulation mode");
+    if (row->filteredMessage != nullptr && value.getColumnFilter().restrictsTraffic()) {
+      return refuse(error, row->filteredMessage);
+    }
+    sessions += type == TAV_SESSION;
+    concurrent += value.getAccType() == TAV_ACC_CONCURRENT;
+    if (!value.getEntities().empty()) return refuse(error, "Invalid options for value");
+  }
+  return true;
+}
+
+// A dynamic view (keys without entities) is sorted, top unless told.
+bool checkView(const Keys& keys, std::size_t valueCount, TavSortType& sortType, int sortIndex, std::string& error) {
+  if (keys.entries == 0) {
+    if (sortType == TAV_SORT_NONE) sortType = TAV_SORT_TOP;
+    if (sortIndex < 1 || static_cast<std::size_t>(sortIndex) > valueCount) return refuse(error, "Invalid Sort index");
+    if (keys.pktRange > 0) return refuse(error, "Packet size distribution key must followed by ranges entities");
+  } else if (keys.entries > kMaxEntriesPerKey) {
+    return refuse(error, "Number of entries reach the max number");
+  }
+  return true;
+}
+
+bool checkCombinations(const Keys& found, const TavColumnArray& keys, const TavColumnArray& values, int sessions,
+                       int concurrent, std::string& error) {
+  if (concurrent > 0) {
+    if (found.connId > 0) return refuse(error, "Can't use Concurrent Connections with Individual views");
+    if (found.qsrule > 0) return refuse(error, "Can't use Concurrent Connections views with QS rules");
+    if (found.interfaces > 0) return refuse(error, "Can't use Concurrent Connections views with Interface");
+  }
+  if (sessions > 0) {
+    for (const TavColumn& key : keys) {
+      if (hasPlace(key.getValueType(), place::kNotWithSession)) {
+        // telNumber has no keyword: the value-type writer's fault escapes here.
+        std::string message = "Can't use " + lytFilterParser::dumpValueType(key.getValueType()) + " with session value";
+        error = std::move(message);
+        return false;
+      }
+    }
+  }
+  if (found.needsSession > 0) {
+    for (const TavColumn& value : values) {
+      if (value.getValueType() != TAV_SESSION) {
+        return refuse(error, "Can't use wdAttack or url with none session value: ", value.getValueType());
+      }
+    }
+  }
+  return true;
+}
+
+// Older peers serve one key (or a key and a connection id) and one value,
+// of the types and modes they know.
+bool checkLegacy(const TavColumnArray& keys, const TavColumnArray& values, std::string& error) {
+  if (keys.size() > 1 && !(keys.size() == 2 && keys[1].getValueType() == TAV_CONNID)) {
+    return refuse(error, "Support only one key");
+  }
+  if (values.size() > 1) return refuse(error, "Support only one value column");
+  if (!hasPlace(keys[0].getValueType(), place::kLegacyKey)) {
+    return refuse(error, "Invalid type for key: ", keys[0].getValueType());
+  }
+  if (!hasPlace(values[0].getValueType(), place::kLegacyValue)) {
+    return refuse(error, "Invalid type for value: ", values[0].getValueType());
+  }
+  if (values[0].getAccType() == TAV_ACC_SUM) return refuse(error, "Invalid accumulation mode");
+  return true;
+}
+
 }  // namespace
 
 bool NetworkKovaRequest::isValid(TavVersion version, std::string& error) {
   if (keys.empty()) return refuse(error, "At least one key is required");
   if (values.empty()) return refuse(error, "At least one value is required");
-
-  if (version <= 3) {
-    if (keys.size() > kMaxKeys) return refuse(error, "Number of keys reach the max number");
-    if (values.size() > kMaxValues) return refuse(error, "Number of vals reach the max number");
-
-    const std::size_t entriesPerKey = keys[0].getEntities().size();
-    int qsruleKeys = 0, connIdKeys = 0, interfaceKeys = 0, pktRangeKeys = 0, firstOnlyKeys = 0, urlLikeKeys = 0;
-    for (std::size_t position = 0; position < keys.size(); ++position) {
-      const TavColumn& key = keys[position];
-      const TavValType type = key.getValueType();
-      if (key.getEntities().size() != entriesPerKey) return refuse(error, "Number of entries for each key must be equal");
-      if (!hasType(kKeyTypes, type)) return refuse(error, "Invalid type for key: ", type);
-      qsruleKeys += type == TAV_QSRULE;
-      connIdKeys += type == TAV_CONNID;
-      interfaceKeys += type == TAV_INTERFACE;
-      pktRangeKeys += type == TAV_PKTRANGE;
-      firstOnlyKeys += hasType(kFirstOnlyKeys, type);
-      urlLikeKeys += hasType(kUrlLikeKeys, type);
-      if (hasType(kFirstOnlyKeys, type) && position != 0) {
-        return refuse(error, "The following types (IP, Tunnel, wdAttack) can be used only as the first key");
-      }
+  if (version <= TAV_VERSION_CURRENT) {
+    Keys found;
+    int sessions = 0, concurrent = 0;
+    if (!checkCounts(keys, values, error) || !checkKeys(keys, found, error) ||
+        !checkValues(values, sessions, concurrent, error) || !checkView(found, values.size(), sortType, sortIndex, error) ||
+        (maxUpdates > kMaxUpdatesLimit && !refuse(error, "Invalid maxUpdates")) ||
+        !checkCombinations(found, keys, values, sessions, concurrent, error)) {
+      return false;
     }
-    if (firstOnlyKeys > 1) return refuse(error, "Can't use more than ones of the following keys (IP, Tunnel)");
-
-    int sessionValues = 0, concurrentValues = 0;
-    for (TavColumn& value : values) {
-      const TavValType type = value.getValueType();
-      const ValueRule* rule = valueRule(type);
-      if (rule == nullptr) return refuse(error, "Invalid type for value: ", type);
-      if (value.getAccType() == TAV_ACC_RATE && rule->rateBecomes >= 0) {
-        value.setAccType(static_cast<TavAccType>(rule->rateBecomes));
-      }
-      if (!allowsMode(*rule, value.getAccType())) return refuse(error, "Invalid accumulation mode");
-      if (rule->filterMessage != nullptr && value.getColumnFilter().restrictsTraffic()) {
-        return refuse(error, rule->filterMessage);
-      }
-      sessionValues += type == TAV_SESSION;
-      concurrentValues += value.getAccType() == TAV_ACC_CONCURRENT;
-      if (!value.getEntities().empty()) return refuse(error, "Invalid options for value");
-    }
-
-    if (entriesPerKey == 0) {
-      if (sortType == TAV_SORT_NONE) sortType = TAV_SORT_TOP;
-      if (sortIndex < 1 || static_cast<std::size_t>(sortIndex) > values.size()) return refuse(error, "Invalid Sort index");
-      if (pktRangeKeys > 0) return refuse(error, "Packet size distribution key must followed by ranges entities");
-    } else if (entriesPerKey > kMaxEntriesPerKey) {
-      return refuse(error, "Number of entries reach the max number");
-    }
-
-    if (maxUpdates > kMaxUpdatesLimit) return refuse(error, "Invalid maxUpdates");
-
-    if (concurrentValues > 0) {
-      if (connIdKeys > 0) return refuse(error, "Can't use Concurrent Connections with Individual views");
-      if (qsruleKeys > 0) return refuse(error, "Can't use Concurrent Connections views with QS rules");
-      if (interfaceKeys > 0) return refuse(error, "Can't use Concurrent Connections views with Interface");
-    }
-
-    if (sessionValues > 0) {
-      for (const TavColumn& key : keys) {
-        if (hasType(kSessionIncompatibleKeys, key.getValueType())) {
-          // telNumber has no keyword: the value-type writer's fault escapes here.
-          std::string message = "Can't use " + lytFilterParser::dumpValueType(key.getValueType()) + " with session value";
-          error = std::move(message);
-          return false;
-        }
-      }
-    }
-
-    if (urlLikeKeys > 0) {
-      for (const TavColumn& value : values) {
-        if (value.getValueType() != TAV_SESSION) {
-          return refuse(error, "Can't use wdAttack or url with none session value: ", value.getValueType());
-        }
-      }
-    }
-
-    if (version >= 0 && version <= 2) {
-      if (keys.size() > 1 && !(keys.size() == 2 && keys[1].getValueType() == TAV_CONNID)) {
-        return refuse(error, "Support only one key");
-      }
-      if (values.size() > 1) return refuse(error, "Support only one value column");
-      if (!hasType(kLegacyKeyTypes, keys[0].getValueType())) {
-        return refuse(error, "Invalid type for key: ", keys[0].getValueType());
-      }
-      if (!hasType(kLegacyValueTypes, values[0].getValueType())) {
-        return refuse(error, "Invalid type for value: ", values[0].getValueType());
-      }
-      if (values[0].getAccType() == TAV_ACC_SUM) return refuse(error, "Invalid accumulation mode");
+    if (version >= TAV_VERSION_UNSUPPORTED && version <= TAV_VERSION_LEGACY_2 && !checkLegacy(keys, values, error)) {
+      return false;
     }
   }
-
-  if (version <= 0) return refuse(error, "This version is not supported");
+  if (version <= TAV_VERSION_UNSUPPORTED) return refuse(error, "This version is not supported");
   return filter.isValid(error);
 }
 
-bool NetworkKovaRequest::isValid(std::string& error) { return isValid(TavVersion(3), error); }
+bool NetworkKovaRequest::isValid(std::string& error) { return isValid(TavVersion(TAV_VERSION_CURRENT), error); }
 
 int NetworkKovaRequest::getMinimalValidVersion(std::string& error) {
-  for (int version = 0; version <= 3; ++version) {
+  for (int version = TAV_VERSION_UNSUPPORTED; version <= TAV_VERSION_CURRENT; ++version) {
     if (isValid(TavVersion(version), error)) return version;
   }
-  return 4;
+  return TAV_VERSION_NONE;
 }

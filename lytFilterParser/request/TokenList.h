@@ -1,15 +1,7 @@
-// The token list every parser of the library reads, and the cursor into it.
-// A list (not a vector): the network request inserts tokens in place while
-// the cursors of its callers stay valid.
+// The token list lives in base/ now; this path keeps callers compiling.
 #ifndef LYTFILTERPARSER_REQUEST_TOKENLIST_H
 #define LYTFILTERPARSER_REQUEST_TOKENLIST_H
 
-#include <list>
-#include <string>
-
-#include "lytFilterParser/Internals.h"
-
-typedef std::list<std::string> strList;
-typedef strList::iterator strIter;
+#include "lytFilterParser/base/TokenList.h"
 
 #endif

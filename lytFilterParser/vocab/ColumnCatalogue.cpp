@@ -3,7 +3,7 @@
 #include <cstring>
 #include <mutex>
 
-#include "lytFilterParser/detail/ColumnAllocation.h"
+#include "lytFilterParser/vocab/ColumnAllocation.h"
 
 namespace lytFilterParser {
 

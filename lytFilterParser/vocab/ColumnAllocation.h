@@ -1,7 +1,7 @@
 // The column catalogue's allocation state, for callers that must hold it
 // across one request's reset and allocations.
-#ifndef LYTFILTERPARSER_DETAIL_COLUMNALLOCATION_H
-#define LYTFILTERPARSER_DETAIL_COLUMNALLOCATION_H
+#ifndef LYTFILTERPARSER_VOCAB_COLUMNALLOCATION_H
+#define LYTFILTERPARSER_VOCAB_COLUMNALLOCATION_H
 
 #include <mutex>
 

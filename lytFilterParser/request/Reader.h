@@ -1,21 +1,20 @@
 // The readers of the request syntax, written once for every token sequence:
 // a caller's strList (the public parsing constructors and parse functions),
 // TextTokens, the text read in place (getLYTKovaRequest), and WordTokens, the
-// legacy translator's output (convert). Each class's reader is defined in
-// that class's source file, which instantiates it for every sequence. The
-// classes befriend Reader so that it fills their fields directly. Internal:
-// not installed.
-#ifndef LYTFILTERPARSER_DETAIL_READER_H
-#define LYTFILTERPARSER_DETAIL_READER_H
+// legacy translator's output (convert). Every rule is defined in Reader.cpp,
+// in grammar order; the classes befriend Reader so that it fills their
+// fields directly. Internal: not installed.
+#ifndef LYTFILTERPARSER_REQUEST_READER_H
+#define LYTFILTERPARSER_REQUEST_READER_H
 
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "lytFilterParser/base/TavVersion.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/detail/TokenSequence.h"
-#include "lytFilterParser/request/TokenList.h"
-#include "lytFilterParser/request/LYTKovaRequest.h"
 
 class AtomFilter;
 class ContentFilterBase;
@@ -26,6 +25,7 @@ class InterfaceInfo;
 class NetworkKovaRequest;
 class TavColumn;
 class TavColumnFilter;
+class TavEntity;
 class TavEntityArray;
 
 namespace lytFilterParser {
@@ -41,12 +41,6 @@ struct Reader {
   // For peer `version`: 1 and 2 translate the legacy option syntax first.
   template <class Tokens>
   static void legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersion version);
-  // After "-f"; `listEnd` remembers where bare atom lists end.
-  template <class Tokens>
-  static void filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
-                           std::optional<Iter<Tokens>>& listEnd);
-  template <class Tokens>
-  static void sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
   // The name and the "-t" data type after "vl".
   template <class Tokens>
   static void virtualLink(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
@@ -55,6 +49,10 @@ struct Reader {
   template <class Tokens>
   static void dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
 
+  // After "-f"; `listEnd` remembers where bare atom lists end.
+  template <class Tokens>
+  static void filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
+                           std::optional<Iter<Tokens>>& listEnd);
   // Operator, optional "[", the "-f" items, the matching "]".
   template <class Tokens>
   static void compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth);
@@ -76,6 +74,10 @@ struct Reader {
   static void interfaces(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
   static void interfaceInfo(InterfaceInfo& item, Tokens& tokens, Iter<Tokens>& cur);
+  template <class Tokens>
+  static void entities(TavEntityArray& entities, Tokens& tokens, Iter<Tokens>& cur);
+  // "name<>resolved"; without "<>" only the name is set.
+  static void entity(TavEntity& entity, std::string_view text);
 
   // The type and options of a column; a "sort=" word goes to `sortOption`.
   template <class Tokens>
@@ -85,22 +87,8 @@ struct Reader {
   template <class Tokens>
   static void columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
-  static void entities(TavEntityArray& entities, Tokens& tokens, Iter<Tokens>& cur);
+  static void sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
 };
-
-// Applies X to every token sequence the readers are instantiated for.
-#define LFP_FOR_EACH_TOKEN_SEQUENCE(X) \
-  X(strList)                           \
-  X(lytFilterParser::detail::TextTokens) X(lytFilterParser::detail::WordTokens)
-
-// Instantiates a reader of the usual shape, (object, tokens, cursor), for
-// every token sequence, in the source file that defines it.
-#define LFP_INSTANTIATE_READER(name, object)                                                                     \
-  template void lytFilterParser::detail::Reader::name<strList>(object, strList&, strIter&);                       \
-  template void lytFilterParser::detail::Reader::name<lytFilterParser::detail::TextTokens>(                       \
-      object, lytFilterParser::detail::TextTokens&, lytFilterParser::detail::TextTokens::iterator&);               \
-  template void lytFilterParser::detail::Reader::name<lytFilterParser::detail::WordTokens>(                       \
-      object, lytFilterParser::detail::WordTokens&, lytFilterParser::detail::WordTokens::iterator&)
 
 }  // namespace detail
 }  // namespace lytFilterParser

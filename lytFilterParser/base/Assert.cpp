@@ -1,4 +1,4 @@
-#include "lytFilterParser/request/Assert.h"
+#include "lytFilterParser/base/Assert.h"
 
 #include <utility>
 

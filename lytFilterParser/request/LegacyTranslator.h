@@ -1,0 +1,25 @@
+// The legacy reader's first step: legacy option tokens ("-g topsrc -y b
+// src 0 [ 10.0.0.1 ]") translated into words of the current syntax, which
+// the current-syntax reader then reads. Internal: not installed.
+#ifndef LYTFILTERPARSER_REQUEST_LEGACYTRANSLATOR_H
+#define LYTFILTERPARSER_REQUEST_LEGACYTRANSLATOR_H
+
+#include "lytFilterParser/Export.h"
+#include "lytFilterParser/detail/TokenSequence.h"
+
+namespace lytFilterParser {
+namespace detail {
+
+// Appends the translation of `tokens` to `out`: views of the tokens that
+// pass through (which must outlive `out`), vocabulary words, and the
+// interface items it composes. Words it does not know are skipped. Throws
+// "Invalid value type", "Invalid key type", "Invalid interface filter" or
+// "Invalid filter" for an option or filter that ends early or names no
+// legacy word. Defined for strList and TextTokens.
+template <class Tokens>
+LFP_HIDDEN void translateLegacy(Tokens& tokens, WordTokens& out);
+
+}  // namespace detail
+}  // namespace lytFilterParser
+
+#endif

@@ -1,0 +1,418 @@
+// The request syntax, written. Every dump() of the library is here: the
+// current syntax in grammar order (filter tree, columns, sort, "vl"), then
+// the legacy option syntax of older peers. All of it appends to one
+// detail::Writer buffer per call, and takes its words from the vocabulary.
+// Nearly every item ends in one blank; the doubled and trailing blanks that
+// follow are part of the text callers compare.
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "lytFilterParser/column/TavColumn.h"
+#include "lytFilterParser/column/TavColumnArray.h"
+#include "lytFilterParser/column/TavColumnFilter.h"
+#include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/detail/Writer.h"
+#include "lytFilterParser/entity/TavEntity.h"
+#include "lytFilterParser/entity/TavEntityArray.h"
+#include "lytFilterParser/filter/AtomFilter.h"
+#include "lytFilterParser/filter/ContentFilter.h"
+#include "lytFilterParser/filter/ContentFilterBase.h"
+#include "lytFilterParser/filter/Filter.h"
+#include "lytFilterParser/filter/FilterVisit.h"
+#include "lytFilterParser/filter/InterfaceAtomFilter.h"
+#include "lytFilterParser/filter/InterfaceInfo.h"
+#include "lytFilterParser/request/E2EKovaRequest.h"
+#include "lytFilterParser/request/NetworkKovaRequest.h"
+#include "lytFilterParser/vocab/LegacySyntax.h"
+#include "lytFilterParser/vocab/Syntax.h"
+#include "lytFilterParser/vocab/ValueTypeTable.h"
+
+namespace lytFilterParser {
+namespace detail {
+namespace {
+
+// ---------------------------------------------------------------------------
+// entities and interface items
+// ---------------------------------------------------------------------------
+
+void write(Writer& out, const TavEntity& entity) {
+  out << entity.getName();
+  if (!entity.getResolvedName().empty()) out << kEntitySeparator << entity.getResolvedName();
+}
+
+// Every entity followed by one blank.
+void write(Writer& out, const TavEntityArray& entities) {
+  for (const TavEntity& entity : entities) {
+    write(out, entity);
+    out << ' ';
+  }
+}
+
+std::string_view directionWord(TavFilterDirType direction) {
+  return direction == TAV_DIR_BOTH ? std::string_view() : wordOf<int>(directionWords(), direction);
+}
+
+void write(Writer& out, const InterfaceInfo& item) {
+  out << item.getName();
+  const std::string_view direction = directionWord(item.getDirection());
+  if (!direction.empty()) out << kDirectionSeparator << direction;
+}
+
+// " item " for every item.
+void write(Writer& out, const InterfaceInfoList& items) {
+  for (const InterfaceInfo& item : items) {
+    out << ' ';
+    write(out, item);
+    out << ' ';
+  }
+}
+
+// ---------------------------------------------------------------------------
+// filter tree
+// ---------------------------------------------------------------------------
+
+void writeOption(Writer& out, RequestOption option) { out << optionWord(option) << ' '; }
+
+std::string_view negationWord() { return negationWords()[0].text; }
+
+// "-f TYPE not NAME ... " or "-f TYPE  NAME ... ", and one more blank.
+void write(Writer& out, const ContentFilter& filter) {
+  writeOption(out, OPTION_FILTER);
+  out << valueTypeKeyword(filter.getFilterType()) << ' ';
+  if (filter.isNegated()) out << negationWord();
+  out << ' ';
+  write(out, filter.getEntities());
+  out << ' ';
+}
+
+void write(Writer& out, const InterfaceAtomFilter& filter) {
+  writeOption(out, OPTION_FILTER);
+  out << valueTypeKeyword(TAV_INTERFACE) << ' ';
+  if (filter.isNegated()) out << negationWord();
+  out << ' ';
+  write(out, filter.getInterfaces());
+}
+
+std::string_view operatorWord(FilterOperator op) {
+  const std::string_view word = wordOf<FilterOperator>(filterOperators(), op);
+  if (word.empty()) fail("dumpOperator:  not valid operator");
+  return word;
+}
+
+// A compound filter: "-f OPERATOR [ " and "] " around its children when it
+// has more than one, each child followed by one blank.
+void write(Writer& out, const Filter& filter, int depth) {
+  checkNesting(depth);
+  const bool grouped = filter.getChildren().size() > 1;
+  if (grouped) {
+    writeOption(out, OPTION_FILTER);
+    out << operatorWord(filter.getOperator()) << ' ' << kOpenBracket << ' ';
+  }
+  for (const std::unique_ptr<AbstractFilter>& child : filter.getChildren()) {
+    visit(*child, [&](const auto& node) {
+      using Node = std::decay_t<decltype(node)>;
+      if constexpr (std::is_same_v<Node, Filter>) {
+        write(out, node, depth + 1);
+      } else if constexpr (std::is_same_v<Node, AbstractFilter>) {
+        out << node.dump();
+      } else {
+        write(out, node);
+      }
+    });
+    out << ' ';
+  }
+  if (grouped) out << kCloseBracket;
+  out << ' ';
+}
+
+// ---------------------------------------------------------------------------
+// columns and sort
+// ---------------------------------------------------------------------------
+
+// The options that restrict anything, each followed by a blank.
+void write(Writer& out, const TavColumnFilter& filter) {
+  const int values[COLUMN_OPTION_COUNT] = {filter.getDirection(), filter.getEncryptionMode(),
+                                           filter.getCompressionMode(), filter.getCitrixPrintMode(),
+                                           filter.getUrlMode()};
+  // "both" restricts nothing, and neither does the url mode "full".
+  const int unrestricted[COLUMN_OPTION_COUNT] = {TAV_DIR_BOTH, TavColumnFilter::BOTH, TavColumnFilter::BOTH,
+                                                 TavColumnFilter::BOTH, TavColumnFilter::URL_FULL};
+  const Rows<ColumnOption> options = columnOptions();
+  for (std::size_t o = 0; o < options.size(); ++o) {
+    if (values[o] == unrestricted[o]) continue;
+    const std::string_view word = wordOf<int>(options[o].values, values[o]);
+    if (!word.empty()) out << options[o].name << word << ' ';
+  }
+}
+
+std::string_view roleOption(KeyOrValue role) {
+  if (role == TAV_KEY) return optionWord(OPTION_KEY);
+  if (role == TAV_VALUE) return optionWord(OPTION_VALUE);
+  return std::string_view();
+}
+
+// Role, type, mode, options, entities; every item followed by a blank.
+void write(Writer& out, const TavColumn& column) {
+  const std::string_view role = roleOption(column.getKeyOrValue());
+  if (!role.empty()) out << role << ' ';
+  out << valueTypeKeyword(column.getValueType()) << ' ';
+  const std::string_view acc = accumulationWord(column.getAccType());
+  if (!acc.empty()) out << acc << ' ';
+  write(out, column.getColumnFilter());
+  write(out, column.getEntities());
+}
+
+void write(Writer& out, const TavColumnArray& columns) {
+  for (const TavColumn& column : columns) write(out, column);
+}
+
+// "-s TYPE", then "index=" when there is more than one value column and
+// "updates=" when it is not the default; nothing for no sort.
+void writeSort(Writer& out, const NetworkKovaRequest& request) {
+  const TavSortType type = request.getSortType();
+  if (type == TAV_SORT_NONE) return;
+  const std::string_view word = sortTypeWord(type);
+  if (!word.empty()) {
+    writeOption(out, OPTION_SORT);
+    out << word << ' ';
+  }
+  if (request.getValues().size() > 1) out << sortOptions()[SORT_INDEX].text << request.getSortIndex() << ' ';
+  if (request.getMaxUpdates() != NetworkKovaRequest::defaultMaxUpdates) {
+    out << sortOptions()[SORT_UPDATES].text << request.getMaxUpdates() << ' ';
+  }
+}
+
+// ---------------------------------------------------------------------------
+// request
+// ---------------------------------------------------------------------------
+
+std::size_t entityTextSize(const TavEntityArray& entities) {
+  std::size_t size = 0;
+  for (const TavEntity& entity : entities) size += entity.getName().size() + entity.getResolvedName().size() + 3;
+  return size;
+}
+
+// An upper estimate of the filter tree's text, so that writing a large
+// request fills one buffer instead of regrowing it.
+std::size_t filterTextSize(const Filter& filter, int depth) {
+  std::size_t size = 16;
+  if (depth > Filter::maxNestingDepth) return size;
+  for (const std::unique_ptr<AbstractFilter>& child : filter.getChildren()) {
+    size += visit(*child, [depth](const auto& node) -> std::size_t {
+      using Node = std::decay_t<decltype(node)>;
+      if constexpr (std::is_same_v<Node, Filter>) {
+        return filterTextSize(node, depth + 1);
+      } else if constexpr (std::is_same_v<Node, ContentFilter>) {
+        return 32 + entityTextSize(node.getEntities());
+      } else {
+        return 64;
+      }
+    });
+  }
+  return size;
+}
+
+std::size_t requestTextSize(const NetworkKovaRequest& request) {
+  std::size_t size = 64 + filterTextSize(request.getFilter(), 0);
+  for (const TavColumnArray* columns : {&request.getKeys(), &request.getValues()}) {
+    for (const TavColumn& column : *columns) size += 96 + entityTextSize(column.getEntities());
+  }
+  return size;
+}
+
+// ---------------------------------------------------------------------------
+// legacy option syntax
+// ---------------------------------------------------------------------------
+
+// "[TYPE FLAG [ENTITY ...]]" for a content atom, "[interface FLAG [[NAME in]...]]"
+// for an interface atom. Legacy peers know no "both": such an item goes out
+// as outbound.
+void writeLegacyAtom(Writer& out, const AtomFilter& atom) {
+  out << kOpenBracket << valueTypeKeyword(atom.getFilterType()) << ' ' << legacyNegationFlag(atom.isNegated()) << ' '
+      << kOpenBracket;
+  if (atom.getFilterType() == TAV_INTERFACE) {
+    if (const InterfaceAtomFilter* interfaces = dynamic_cast<const InterfaceAtomFilter*>(&atom)) {
+      for (const InterfaceInfo& item : interfaces->getInterfaces()) {
+        const TavFilterDirType direction = item.getDirection() == TAV_DIR_IN ? TAV_DIR_IN : TAV_DIR_OUT;
+        out << kOpenBracket << item.getName() << ' ' << directionWord(direction) << kCloseBracket;
+      }
+    }
+  } else if (const ContentFilterBase* content = dynamic_cast<const ContentFilterBase*>(&atom)) {
+    write(out, content->getEntities());
+  }
+  out << kCloseBracket << kCloseBracket;
+}
+
+// "-filter [ and [" with the root's atoms (nested compound filters are not
+// written), then "]] ".
+void writeLegacyFilter(Writer& out, const Filter& filter) {
+  out << legacyOptionWord(LEGACY_FILTER) << ' ' << kOpenBracket << ' ' << operatorWord(FILTER_AND) << ' '
+      << kOpenBracket;
+  for (const std::unique_ptr<AbstractFilter>& child : filter.getChildren()) {
+    if (child->getIsAtom() == 0) continue;
+    if (const AtomFilter* atom = dynamic_cast<const AtomFilter*>(child.get())) writeLegacyAtom(out, *atom);
+  }
+  out << kCloseBracket << kCloseBracket << ' ';
+}
+
+// "-a i" when the request pairs a key with a connection-id key, else "-a a".
+void writeLegacyAggregate(Writer& out, const TavColumnArray& keys) {
+  const bool connIdPair =
+      keys.size() == 2 && (keys[0].getValueType() == TAV_CONNID || keys[1].getValueType() == TAV_CONNID);
+  out << legacyOptionWord(LEGACY_AGGREGATE) << ' ';
+  for (const Word<int>& letter : legacyAggregates()) {
+    if ((letter.code == TAV_CONNID) == connIdPair) {
+      out << letter.text << ' ';
+      return;
+    }
+  }
+}
+
+// "-y LETTER" for the first value column, when a letter describes it.
+void writeLegacyValue(Writer& out, const TavColumnArray& values) {
+  if (values.empty()) return;
+  const LegacyValue* letter = legacyValueWritten(values[0].getValueType(), values[0].getAccType());
+  if (letter != nullptr) out << legacyOptionWord(LEGACY_VALUE) << ' ' << letter->letter << ' ';
+}
+
+// "-g WORD" for the first key (the top form when it has no entities), then its entities.
+void writeLegacyGroup(Writer& out, const TavColumnArray& keys) {
+  if (keys.empty()) return;
+  const TavColumn& key = keys[0];
+  const std::string_view group = legacyGroupWord(key.getValueType(), key.getEntities().empty());
+  if (!group.empty()) out << legacyOptionWord(LEGACY_GROUP) << ' ' << group << ' ';
+  write(out, key.getEntities());
+}
+
+std::string legacyText(const NetworkKovaRequest& request) {
+  Writer out(128);
+  writeLegacyFilter(out, request.getFilter());
+  writeLegacyAggregate(out, request.getKeys());
+  writeLegacyValue(out, request.getValues());
+  writeLegacyGroup(out, request.getKeys());
+  return out.finish();
+}
+
+// What a request writes for a peer it has no text for.
+constexpr const char* kUnsupportedPeer = "4.1 and under is not supported";
+
+template <class T>
+std::string text(const T& object) {
+  Writer out;
+  write(out, object);
+  return out.finish();
+}
+
+}  // namespace
+}  // namespace detail
+}  // namespace lytFilterParser
+
+using lytFilterParser::detail::text;
+
+std::string TavEntity::dump() const { return text(*this); }
+
+std::string TavEntity::dump(const std::string& resolvedName_, const std::string& name_) {
+  return TavEntity(name_, resolvedName_).dump();
+}
+
+std::string TavEntityArray::dump() const { return text(*this); }
+
+std::string AtomFilter::dumpNot() const {
+  return isNegated() ? std::string(lytFilterParser::detail::negationWord()) : std::string();
+}
+
+std::string ContentFilterBase::dumpFilterType() const { return lytFilterParser::dumpValueType(filterType); }
+
+std::string ContentFilterBase::dumpEntities() const { return entities.dump(); }
+
+std::string ContentFilter::dump() const { return text(*this); }
+
+std::string InterfaceInfo::dump() const { return text(*this); }
+
+std::string InterfaceInfo::dumpDirection() const {
+  const std::string_view word = lytFilterParser::detail::directionWord(direction);
+  return word.empty() ? std::string() : lytFilterParser::detail::kDirectionSeparator + std::string(word);
+}
+
+std::string InterfaceAtomFilter::dump() const { return text(*this); }
+
+std::string InterfaceAtomFilter::dumpInterfaceInfoList() const { return text(interfaces); }
+
+std::string InterfaceAtomFilter::dumpFilterType() const {
+  return std::string(lytFilterParser::detail::valueTypeKeyword(TAV_INTERFACE));
+}
+
+std::string Filter::dump() const {
+  lytFilterParser::detail::Writer out;
+  lytFilterParser::detail::write(out, *this, 0);
+  return out.finish();
+}
+
+std::string Filter::dumpOperator() const { return std::string(lytFilterParser::detail::operatorWord(filterOperator)); }
+
+std::string TavColumnFilter::dump() const { return text(*this); }
+
+std::string TavColumn::dump() const { return text(*this); }
+
+std::string TavColumn::dumpkeyOrValue() const {
+  const std::string_view role = lytFilterParser::detail::roleOption(keyOrValue);
+  return role.empty() ? std::string() : std::string(role) + ' ';
+}
+
+std::string TavColumn::dumpAccumulationMode() const {
+  const std::string_view acc = lytFilterParser::detail::accumulationWord(accType);
+  return acc.empty() ? std::string() : std::string(acc) + ' ';
+}
+
+std::string TavColumnArray::dump() const { return text(*this); }
+
+std::string NetworkKovaRequest::dumpSort() const {
+  lytFilterParser::detail::Writer out;
+  lytFilterParser::detail::writeSort(out, *this);
+  return out.finish();
+}
+
+std::string NetworkKovaRequest::dump() const {
+  lytFilterParser::detail::Writer out(lytFilterParser::detail::requestTextSize(*this));
+  lytFilterParser::detail::write(out, filter, 0);
+  lytFilterParser::detail::write(out, keys);
+  lytFilterParser::detail::write(out, values);
+  lytFilterParser::detail::writeSort(out, *this);
+  return out.finish();
+}
+
+std::string NetworkKovaRequest::dump(TavVersion version) const {
+  if (version == TAV_VERSION_CURRENT) return dump();
+  if (version == TAV_VERSION_LEGACY_1 || version == TAV_VERSION_LEGACY_2) {
+    return lytFilterParser::detail::legacyText(*this);
+  }
+  if (version <= TAV_VERSION_UNSUPPORTED) return lytFilterParser::detail::kUnsupportedPeer;
+  return "";
+}
+
+std::string E2EKovaRequest::dumpDataType() const {
+  return std::string(
+      lytFilterParser::detail::wordOf<tLytpE2eDataType>(lytFilterParser::detail::dataTypes(), dataType));
+}
+
+std::string E2EKovaRequest::dump() const {
+  std::string out;
+  out.reserve(vlName.size() + 18);
+  out += lytFilterParser::detail::virtualLinkWord();
+  out += ' ';
+  out += vlName;
+  out += ' ';
+  out += lytFilterParser::detail::dataTypeOption();
+  out += ' ';
+  out += dumpDataType();
+  return out;
+}
+
+std::string E2EKovaRequest::dump(TavVersion version) const {
+  if (version == TAV_VERSION_CURRENT) return dump();
+  if (version <= TAV_VERSION_UNSUPPORTED) return lytFilterParser::detail::kUnsupportedPeer;
+  return "";
+}

@@ -1,0 +1,149 @@
+#include "lytFilterParser/vocab/Vocabulary.h"
+
+#include <deque>
+#include <string>
+
+#include "lytFilterParser/vocab/LegacySyntax.h"
+#include "lytFilterParser/vocab/Syntax.h"
+#include "lytFilterParser/vocab/ValueTypeTable.h"
+
+namespace lytFilterParser {
+namespace {
+
+using detail::Rows;
+
+constexpr unsigned peer(int version) { return 1u << static_cast<unsigned>(version); }
+constexpr unsigned kAllPeers = peer(1) | peer(2) | peer(3);
+constexpr unsigned kCurrentPeer = peer(3);
+constexpr unsigned kLegacyPeers = peer(1) | peer(2);
+
+// The list and the texts it composes ("dir=in", ",out" ...), which the
+// words view.
+class Builder {
+ public:
+  std::vector<Word> words;
+
+  void add(std::string_view text, WordKind kind, int code, std::string_view meaning, unsigned peers) {
+    words.push_back(Word{text, kind, code, meaning, peers});
+  }
+  std::string_view keep(std::string text) {
+    texts.push_back(std::move(text));
+    return texts.back();
+  }
+  template <class Code>
+  void addAll(Rows<detail::Word<Code>> table, WordKind kind, unsigned peers) {
+    for (const detail::Word<Code>& word : table) add(word.text, kind, static_cast<int>(word.code), word.meaning, peers);
+  }
+
+ private:
+  std::deque<std::string> texts;  // elements do not move, so views of them stay valid
+};
+
+unsigned valueTypePeers(const detail::ValueTypeRow& row) {
+  unsigned peers = 0;
+  if (row.places & detail::kInFilter) peers |= kAllPeers;
+  if (row.places & detail::kAsKey) peers |= row.places & detail::kLegacyKey ? kAllPeers : kCurrentPeer;
+  if (row.places & detail::kAsValue) peers |= row.places & detail::kLegacyValue ? kAllPeers : kCurrentPeer;
+  return peers;
+}
+
+void addCurrentSyntax(Builder& list) {
+  list.addAll(detail::requestOptions(), WordKind::Option, kAllPeers);
+  for (const detail::ValueTypeRow& row : detail::valueTypeRows()) {
+    list.add(row.keyword, WordKind::ValueType, row.type, row.meaning, valueTypePeers(row));
+  }
+  list.addAll(detail::filterOperators(), WordKind::FilterOperator, kAllPeers);
+  list.addAll(detail::negationWords(), WordKind::Negation, kAllPeers);
+  list.add("[", WordKind::Bracket, -1, "opens the children of a compound filter", kAllPeers);
+  list.add("]", WordKind::Bracket, -1, "closes them", kAllPeers);
+  for (const detail::Word<int>& word : detail::directionWords()) {
+    if (word.code == TAV_DIR_BOTH) continue;  // an item without a direction is both
+    list.add(list.keep(detail::kDirectionSeparator + std::string(word.text)), WordKind::InterfaceDirection, word.code,
+             word.meaning, kAllPeers);
+  }
+  list.addAll(detail::accumulationModes(), WordKind::AccumulationMode, kAllPeers);
+  for (const detail::ColumnOption& option : detail::columnOptions()) {
+    for (const detail::Word<int>& value : option.values) {
+      list.add(list.keep(std::string(option.name) + std::string(value.text)), WordKind::ColumnOption, value.code,
+               list.keep(std::string(option.meaning) + ": " + std::string(value.meaning)), kAllPeers);
+    }
+  }
+  for (const detail::Word<TavSortType>& type : detail::sortTypes()) {
+    if (type.code == TAV_SORT_NONE) continue;  // any other word after "sort=" is no sort
+    list.add(list.keep(std::string(detail::sortColumnPrefix()) + std::string(type.text)), WordKind::SortInColumn,
+             type.code, list.keep("sort the view by this value column, " + std::string(type.meaning)), kAllPeers);
+  }
+  list.addAll(detail::sortTypes(), WordKind::SortType, kAllPeers);
+  list.addAll(detail::sortOptions(), WordKind::SortOption, kAllPeers);
+  list.add(detail::virtualLinkWord(), WordKind::VirtualLink, -1, "end-to-end request: vl NAME [-t TYPE]", kCurrentPeer);
+  list.add(detail::dataTypeOption(), WordKind::VirtualLink, -1, "the data type of the virtual link's counters",
+           kCurrentPeer);
+  list.addAll(detail::dataTypes(), WordKind::VirtualLink, kCurrentPeer);
+}
+
+void addLegacySyntax(Builder& list) {
+  list.addAll(detail::legacyOptions(), WordKind::LegacyOption, kLegacyPeers);
+  for (const detail::LegacyGroup& group : detail::legacyGroups()) {
+    std::string meaning = "group by " + std::string(detail::valueTypeKeyword(group.keyType));
+    if (group.top) meaning += ", sorted top";
+    list.add(group.word, WordKind::LegacyGroup, group.keyType, list.keep(std::move(meaning)), kLegacyPeers);
+  }
+  for (const detail::LegacyValue& value : detail::legacyValues()) {
+    std::string meaning;
+    if (value.type >= 0) meaning = std::string(detail::valueTypeKeyword(static_cast<TavValType>(value.type)));
+    if (value.acc >= 0) {
+      if (!meaning.empty()) meaning += ' ';
+      meaning += detail::accumulationWord(static_cast<TavAccType>(value.acc));
+    }
+    if (!value.read) meaning += "; written only";
+    list.add(list.keep(std::string(1, value.letter)), WordKind::LegacyValue, value.type, list.keep(std::move(meaning)),
+             kLegacyPeers);
+  }
+  list.addAll(detail::legacyAggregates(), WordKind::LegacyAggregate, kLegacyPeers);
+}
+
+const Builder& built() {
+  static const Builder list = [] {
+    Builder made;
+    addCurrentSyntax(made);
+    addLegacySyntax(made);
+    return made;
+  }();
+  return list;
+}
+
+}  // namespace
+
+const std::vector<Word>& vocabulary() { return built().words; }
+
+std::string_view wordKindName(WordKind kind) {
+  switch (kind) {
+    case WordKind::Option: return "option";
+    case WordKind::ValueType: return "value type";
+    case WordKind::FilterOperator: return "filter operator";
+    case WordKind::Negation: return "negation";
+    case WordKind::Bracket: return "bracket";
+    case WordKind::InterfaceDirection: return "interface direction";
+    case WordKind::AccumulationMode: return "accumulation mode";
+    case WordKind::ColumnOption: return "column option";
+    case WordKind::SortInColumn: return "sort in a value column";
+    case WordKind::SortType: return "sort type";
+    case WordKind::SortOption: return "sort option";
+    case WordKind::VirtualLink: return "vl request";
+    case WordKind::LegacyOption: return "legacy option";
+    case WordKind::LegacyGroup: return "legacy group (-g)";
+    case WordKind::LegacyValue: return "legacy value (-y)";
+    case WordKind::LegacyAggregate: return "legacy aggregation (-a)";
+  }
+  return "";
+}
+
+std::vector<const Word*> findWords(std::string_view text) {
+  std::vector<const Word*> found;
+  for (const Word& word : vocabulary()) {
+    if (word.text == text) found.push_back(&word);
+  }
+  return found;
+}
+
+}  // namespace lytFilterParser
