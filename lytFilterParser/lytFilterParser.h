@@ -47,6 +47,9 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
+#include "lytFilterParser/base/Assert.h"
+#include "lytFilterParser/base/TavVersion.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/column/TavColumn.h"
 #include "lytFilterParser/column/TavColumnArray.h"
 #include "lytFilterParser/column/TavColumnFilter.h"
@@ -60,13 +63,15 @@
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 #include "lytFilterParser/filter/InterfaceInfo.h"
 #include "lytFilterParser/filter/InterfaceInfoList.h"
-#include "lytFilterParser/base/Assert.h"
+#include "lytFilterParser/request/Assert.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/LYTKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
-#include "lytFilterParser/base/TokenList.h"
+#include "lytFilterParser/request/TokenList.h"
 #include "lytFilterParser/version/VersionInfo.h"
+#include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
 #include "lytFilterParser/vocab/ValueType.h"
+#include "lytFilterParser/vocab/Vocabulary.h"
 
 #endif
