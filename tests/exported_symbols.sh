@@ -14,6 +14,9 @@ required=(
   "lytFilterParser::getKovaColumnType("
   "lytFilterParser::getNextOpenKovaCoulmn("
   "lytFilterParser::mapKovaColumn("
+  "lytFilterParser::vocabulary("
+  "lytFilterParser::wordKindName("
+  "lytFilterParser::findWords("
   "lytFilterParser::networkColumnArray"
   "lytFilterParser::networkArraySize"
   "LYTKovaRequest::fillFilterList("
@@ -95,14 +98,6 @@ required=(
   "vtable for Filter"
 )
 forbidden=(
-  "::appendTo("
-  "::appendAt("
-  "::parseAt("
-  "::cloneChildrenOf("
-  "::split("
-  "translateLegacy"
-  "dumpLegacy"
-  "parseFilterOption"
   "lytFilterParser::detail::"
   " main"
 )
