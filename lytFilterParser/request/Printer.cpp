@@ -137,12 +137,9 @@ void write(Writer& out, const TavColumnFilter& filter) {
   const int values[COLUMN_OPTION_COUNT] = {filter.getDirection(), filter.getEncryptionMode(),
                                            filter.getCompressionMode(), filter.getCitrixPrintMode(),
                                            filter.getUrlMode()};
-  // "both" restricts nothing, and neither does the url mode "full".
-  const int unrestricted[COLUMN_OPTION_COUNT] = {TAV_DIR_BOTH, TavColumnFilter::BOTH, TavColumnFilter::BOTH,
-                                                 TavColumnFilter::BOTH, TavColumnFilter::URL_FULL};
   const Rows<ColumnOption> options = columnOptions();
   for (std::size_t o = 0; o < options.size(); ++o) {
-    if (values[o] == unrestricted[o]) continue;
+    if (values[o] == options[o].unrestricted) continue;
     const std::string_view word = wordOf<int>(options[o].values, values[o]);
     if (!word.empty()) out << options[o].name << word << ' ';
   }

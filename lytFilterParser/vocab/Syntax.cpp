@@ -67,11 +67,11 @@ constexpr Word<int> kUrlModes[] = {
 };
 
 constexpr ColumnOption kColumnOptions[] = {
-    {"dir=", 4, kDirections, "Unexpected type of direction", "direction"},
-    {"enc=", 4, kYesNo, "Unexpected type of encryption mode", "encrypted traffic"},
-    {"comp=", 5, kYesNo, "Unexpected type of compresstion mode", "compressed traffic"},
-    {"cprint=", 7, kYesNo, "Unexpected type of citrix-print mode", "citrix print traffic"},
-    {"url_mod=", 8, kUrlModes, "Unexpected type of url mode", "the part of a URL that counts"},
+    {"dir=", 4, kDirections, TAV_DIR_BOTH, "Unexpected type of direction", "direction"},
+    {"enc=", 4, kYesNo, 2, "Unexpected type of encryption mode", "encrypted traffic"},
+    {"comp=", 5, kYesNo, 2, "Unexpected type of compresstion mode", "compressed traffic"},
+    {"cprint=", 7, kYesNo, 2, "Unexpected type of citrix-print mode", "citrix print traffic"},
+    {"url_mod=", 8, kUrlModes, 0, "Unexpected type of url mode", "the part of a URL that counts"},
 };
 
 constexpr bool optionNamesEndWithEquals() {

@@ -87,6 +87,7 @@ struct ColumnOption {
   std::string_view name;
   std::size_t valueFrom;
   Rows<Word<int>> values;
+  int unrestricted;  // the code that restricts nothing, which is not written
   const char* message;
   std::string_view meaning;
 };

@@ -3,6 +3,7 @@
 #include <deque>
 #include <string>
 
+#include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/vocab/LegacySyntax.h"
 #include "lytFilterParser/vocab/Syntax.h"
 #include "lytFilterParser/vocab/ValueTypeTable.h"
@@ -23,22 +24,29 @@ class Builder {
  public:
   std::vector<Word> words;
 
-  void add(std::string_view text, WordKind kind, int code, std::string_view meaning, unsigned peers) {
-    words.push_back(Word{text, kind, code, meaning, peers});
+  void add(std::string_view text, WordKind kind, int code, std::string_view meaning, unsigned peers,
+           bool readable = true, bool written = true, unsigned places = 0) {
+    words.push_back(Word{text, kind, code, meaning, peers, places, readable, written});
   }
   std::string_view keep(std::string text) {
     texts.push_back(std::move(text));
     return texts.back();
   }
+  // Every word of `table`; where several stand for one code, only the first is written.
   template <class Code>
   void addAll(Rows<detail::Word<Code>> table, WordKind kind, unsigned peers) {
-    for (const detail::Word<Code>& word : table) add(word.text, kind, static_cast<int>(word.code), word.meaning, peers);
+    for (const detail::Word<Code>& word : table) {
+      const bool written = detail::wordOf<Code>(table, word.code) == word.text;
+      add(word.text, kind, static_cast<int>(word.code), word.meaning, peers, true, written);
+    }
   }
 
  private:
   std::deque<std::string> texts;  // elements do not move, so views of them stay valid
 };
 
+// A filter may test its type at every peer; older peers group and measure
+// by fewer types than the current one.
 unsigned valueTypePeers(const detail::ValueTypeRow& row) {
   unsigned peers = 0;
   if (row.places & detail::kInFilter) peers |= kAllPeers;
@@ -47,15 +55,25 @@ unsigned valueTypePeers(const detail::ValueTypeRow& row) {
   return peers;
 }
 
+unsigned valueTypePlaces(const detail::ValueTypeRow& row) {
+  unsigned places = 0;
+  if (row.places & detail::kInFilter) places |= PLACE_FILTER;
+  if (row.places & detail::kAsKey) places |= PLACE_KEY;
+  if (row.places & detail::kAsValue) places |= PLACE_VALUE;
+  return places;
+}
+
 void addCurrentSyntax(Builder& list) {
   list.addAll(detail::requestOptions(), WordKind::Option, kAllPeers);
   for (const detail::ValueTypeRow& row : detail::valueTypeRows()) {
-    list.add(row.keyword, WordKind::ValueType, row.type, row.meaning, valueTypePeers(row));
+    list.add(row.keyword, WordKind::ValueType, row.type, row.meaning, valueTypePeers(row), true, row.written,
+             valueTypePlaces(row));
   }
   list.addAll(detail::filterOperators(), WordKind::FilterOperator, kAllPeers);
   list.addAll(detail::negationWords(), WordKind::Negation, kAllPeers);
-  list.add("[", WordKind::Bracket, -1, "opens the children of a compound filter", kAllPeers);
-  list.add("]", WordKind::Bracket, -1, "closes them", kAllPeers);
+  list.add(list.keep(std::string(1, detail::kOpenBracket)), WordKind::Bracket, -1,
+           "opens the children of a compound filter", kAllPeers);
+  list.add(list.keep(std::string(1, detail::kCloseBracket)), WordKind::Bracket, -1, "closes them", kAllPeers);
   for (const detail::Word<int>& word : detail::directionWords()) {
     if (word.code == TAV_DIR_BOTH) continue;  // an item without a direction is both
     list.add(list.keep(detail::kDirectionSeparator + std::string(word.text)), WordKind::InterfaceDirection, word.code,
@@ -65,15 +83,19 @@ void addCurrentSyntax(Builder& list) {
   for (const detail::ColumnOption& option : detail::columnOptions()) {
     for (const detail::Word<int>& value : option.values) {
       list.add(list.keep(std::string(option.name) + std::string(value.text)), WordKind::ColumnOption, value.code,
-               list.keep(std::string(option.meaning) + ": " + std::string(value.meaning)), kAllPeers);
+               list.keep(std::string(option.meaning) + ": " + std::string(value.meaning)), kAllPeers, true,
+               value.code != option.unrestricted);
     }
   }
   for (const detail::Word<TavSortType>& type : detail::sortTypes()) {
     if (type.code == TAV_SORT_NONE) continue;  // any other word after "sort=" is no sort
     list.add(list.keep(std::string(detail::sortColumnPrefix()) + std::string(type.text)), WordKind::SortInColumn,
-             type.code, list.keep("sort the view by this value column, " + std::string(type.meaning)), kAllPeers);
+             type.code, list.keep("sort the view by this value column, " + std::string(type.meaning)), kAllPeers,
+             true, false);
   }
-  list.addAll(detail::sortTypes(), WordKind::SortType, kAllPeers);
+  for (const detail::Word<TavSortType>& type : detail::sortTypes()) {
+    list.add(type.text, WordKind::SortType, type.code, type.meaning, kAllPeers, true, type.code != TAV_SORT_NONE);
+  }
   list.addAll(detail::sortOptions(), WordKind::SortOption, kAllPeers);
   list.add(detail::virtualLinkWord(), WordKind::VirtualLink, -1, "end-to-end request: vl NAME [-t TYPE]", kCurrentPeer);
   list.add(detail::dataTypeOption(), WordKind::VirtualLink, -1, "the data type of the virtual link's counters",
@@ -82,7 +104,10 @@ void addCurrentSyntax(Builder& list) {
 }
 
 void addLegacySyntax(Builder& list) {
-  list.addAll(detail::legacyOptions(), WordKind::LegacyOption, kLegacyPeers);
+  for (const detail::Word<detail::LegacyOption>& option : detail::legacyOptions()) {
+    list.add(option.text, WordKind::LegacyOption, -1, option.meaning, kLegacyPeers,
+             option.code != detail::LEGACY_FILTER);
+  }
   for (const detail::LegacyGroup& group : detail::legacyGroups()) {
     std::string meaning = "group by " + std::string(detail::valueTypeKeyword(group.keyType));
     if (group.top) meaning += ", sorted top";
@@ -95,11 +120,12 @@ void addLegacySyntax(Builder& list) {
       if (!meaning.empty()) meaning += ' ';
       meaning += detail::accumulationWord(static_cast<TavAccType>(value.acc));
     }
-    if (!value.read) meaning += "; written only";
     list.add(list.keep(std::string(1, value.letter)), WordKind::LegacyValue, value.type, list.keep(std::move(meaning)),
-             kLegacyPeers);
+             kLegacyPeers, value.read);
   }
-  list.addAll(detail::legacyAggregates(), WordKind::LegacyAggregate, kLegacyPeers);
+  for (const detail::Word<int>& letter : detail::legacyAggregates()) {
+    list.add(letter.text, WordKind::LegacyAggregate, letter.code, letter.meaning, kLegacyPeers, letter.code >= 0);
+  }
 }
 
 const Builder& built() {

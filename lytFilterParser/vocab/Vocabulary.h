@@ -32,22 +32,26 @@ enum class WordKind : int {
   LegacyAggregate      // "i", "a" after "-a"
 };
 
+// Where a value type may stand (bits of Word::places).
+enum WordPlace : unsigned { PLACE_FILTER = 1u << 0, PLACE_KEY = 1u << 1, PLACE_VALUE = 1u << 2 };
+
 struct Word {
   std::string_view text;     // as it stands in a request
   WordKind kind;
   int code;                  // the enumerator it stands for (TavValType, TavAccType ...), -1 for none
   std::string_view meaning;  // one line for people
   unsigned peers;            // bit v set when a peer of version v (1..3) takes it
+  unsigned places;           // value types: the WordPlace bits of where validation takes it; 0 for other words
+  bool readable;             // the readers take it ("-filter" and two legacy letters are only written)
+  bool written;              // the writers write it ("telNumber", "AND", "NOT", "sort=top" ... are only read)
 
   bool takenBy(TavVersion peer) const {
     return peer >= 1 && peer <= 3 && (peers & (1u << static_cast<unsigned>(peer))) != 0;
   }
 };
 
-// Every word, grouped by kind in the order of WordKind. Words that the
-// readers accept but never write are there too ("telNumber", "AND", "NOT");
-// words that are only written are marked by their meaning. Built on the
-// first call; never throws after that.
+// Every word, grouped by kind in the order of WordKind, those only read and
+// those only written included. Built on the first call.
 LFP_API const std::vector<Word>& vocabulary();
 
 // A short name of `kind` for people ("value type", "legacy option" ...).
