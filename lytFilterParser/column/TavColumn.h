@@ -20,7 +20,10 @@ class LFP_API TavColumn {
             const TavColumnFilter& filter);
   TavColumn(KeyOrValue role, TavValType type, TavAccType acc, const TavColumnFilter& filter);
   // Reads a column from the type token on (the "-k"/"-v" already consumed).
-  // A sort token among the options is copied to `sortOption`.
+  // A sort token among the options is copied to `sortOption`. Throws
+  // "Expected type at this point but there is no data" at the end, "Invalid
+  // type: " + the type token, and what parseAccumulationMode and
+  // TavColumnFilter::parse throw for its options.
   TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string& sortOption);
   TavColumn(const TavColumn& other) = default;
   TavColumn(TavColumn&& other) noexcept = default;
@@ -36,6 +39,7 @@ class LFP_API TavColumn {
   std::string dumpkeyOrValue() const;
   std::string dumpAccumulationMode() const;
   // Reads one exact "acc=..." token at the cursor and advances past it.
+  // Throws "Invalid accumulation mode: " + the token.
   void parseAccumulationMode(strList& tokens, strIter& cur);
 
   void setKeyOrValue(KeyOrValue role) { keyOrValue = role; }

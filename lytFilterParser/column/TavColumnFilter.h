@@ -23,7 +23,9 @@ class LFP_API TavColumnFilter {
   TavColumnFilter(const TavColumnFilter& other) = default;
   TavColumnFilter& operator=(const TavColumnFilter& other) = default;
 
-  // Reads one option token at the cursor and advances past it.
+  // Reads one option token at the cursor and advances past it. Throws
+  // "Error: Expected end of line" at the end, "Unexpected type of ..." for an
+  // option name without a known value, "Expected filter type" for none.
   void parse(strList& tokens, strIter& cur);
   // The options that restrict anything, each followed by a blank.
   std::string dump() const;

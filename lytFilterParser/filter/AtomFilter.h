@@ -29,7 +29,8 @@ class LFP_API AtomFilter : public AbstractFilter {
 
   // Reads the atom at the cursor (its "-f" already consumed): an
   // InterfaceAtomFilter for "interface", a ContentFilter otherwise. The
-  // caller owns the result.
+  // caller owns the result. Throws "Expected type at this point but there is
+  // no data" at the end and "Invalid type: " + the token for an unknown type.
   static AtomFilter* getAtomFilter(strList& tokens, strIter& cur);
 
  protected:

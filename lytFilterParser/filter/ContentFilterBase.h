@@ -21,7 +21,8 @@ class LFP_API ContentFilterBase : public AtomFilter {
   bool setModuleNames(strIter& oldName, strIter& newName) override;
   std::string dumpFilterType() const override;
 
-  // Reads type, negation and entities from the cursor on.
+  // Reads type, negation and entities from the cursor on; throws as
+  // AtomFilter::getAtomFilter does.
   virtual void parse(strList& tokens, strIter& cur);
   virtual bool operator==(const ContentFilterBase& other) const;
   // Same type, same negation, equal entity lists.

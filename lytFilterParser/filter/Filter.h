@@ -24,7 +24,12 @@ class LFP_API Filter : public AbstractFilter {
 
   // An "and" filter without children.
   Filter();
-  // Reads one compound filter from the operator under the cursor on.
+  // Reads one compound filter from the operator under the cursor on. Throws
+  // "Not a valid operator: " + the token (nothing after the colon at the
+  // end), "`]` expected" at the end or "`]` expected instead of: " + the
+  // token where its "]" should stand, "Filter nesting is deeper than the
+  // limit of 128 levels" with the cursor on the operator too deep, and what
+  // getAtomFilter throws for its atoms.
   Filter(strList& tokens, strIter& cur);
   // Stores `op` and a clone of every child; the children stay the caller's.
   Filter(std::list<AbstractFilter*>& children, FilterOperator op);

@@ -19,7 +19,9 @@ class LFP_API E2EKovaRequest : public LYTKovaRequest {
   static const int vlArraySize;
 
   E2EKovaRequest(std::string name, tLytpE2eDataType type);
-  // Reads the tokens that follow "vl": the link name, then options.
+  // Reads the tokens that follow "vl": the link name, then options. Throws
+  // "No virtual link name after vl" for no tokens, and what parseDataType
+  // throws.
   explicit E2EKovaRequest(strList& tokens);
   ~E2EKovaRequest() override;
 
@@ -34,7 +36,9 @@ class LFP_API E2EKovaRequest : public LYTKovaRequest {
   // next token as data type; everything else is skipped.
   virtual void parseFilter(strList& tokens, strIter& cur);
 
-  // Reads the data type from the first character of the token at the cursor.
+  // Reads the data type from the first character of the token at the cursor
+  // (the cursor does not move). Throws "No data after direction argument" at
+  // the end, "Not a valid argument for dataType" for another character.
   void parseDataType(strList& tokens, strIter& cur);
   std::string dumpDataType() const;
   std::string getVLName() const { return vlName; }

@@ -10,6 +10,16 @@
 #include "lytFilterParser/base/TavVersion.h"
 #include "lytFilterParser/base/TokenList.h"
 
+// How the readers fail. Every reader of the library (the parsing
+// constructors, the parse... functions, getAtomFilter) throws its message as
+// a std::string through lytFilterParser::Assert and builds nothing further;
+// a constructor that throws leaves no object and leaks nothing. After a
+// fault the caller's cursor stands on the token the message names ("Invalid
+// type: foo" leaves it on "foo"), or at the end of the list when the message
+// says a token is missing ("Expected type at this point but there is no
+// data", "`]` expected", "Sort type expected"). Each header says what its
+// readers throw. The entry points below catch these messages and hand them
+// back in their error argument.
 class LFP_API LYTKovaRequest {
  public:
   LYTKovaRequest() = default;
@@ -32,11 +42,14 @@ class LFP_API LYTKovaRequest {
 
   // Reads current-syntax text ("vl ..." for an end-to-end request). Returns a
   // new object the caller owns, or nullptr with the message in `error`
-  // (`error` is untouched on success and for empty text).
+  // (`error` is untouched on success and for empty text). Throws nothing of
+  // its own; what the standard library throws (std::bad_alloc) passes.
   static LYTKovaRequest* getLYTKovaRequest(const std::string& text, std::string& error);
 
   // Reads a legacy command line for peer `version` and returns it in the
-  // current syntax, or "" with the message in `error`.
+  // current syntax, or "" with the message in `error`. A message thrown while
+  // writing the request (a telNumber key has no written keyword) reaches the
+  // caller as a thrown std::string.
   static std::string convert(const std::string& text, TavVersion version, std::string& error);
   // The same for peer version 2.
   static std::string convert(const std::string& text, std::string& error);

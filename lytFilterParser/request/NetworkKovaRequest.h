@@ -28,7 +28,11 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
   explicit NetworkKovaRequest(strList& tokens);
   // Reads the tokens for peer `version`: 1 and 2 translate the legacy option
   // syntax, 3 reads the current syntax, 0 gives an empty request, anything
-  // else throws "NetworkKovaRequest: Invalid version".
+  // else throws "NetworkKovaRequest: Invalid version". The translation throws
+  // "Invalid value type", "Invalid key type", "Invalid interface filter" or
+  // "Invalid filter" for a legacy option or filter that ends early or names
+  // no legacy word; its cursor is its own, so these have no position in the
+  // caller's list. Then the translated words are read as parse reads.
   NetworkKovaRequest(strList& tokens, TavVersion version);
   NetworkKovaRequest(const NetworkKovaRequest& other) = default;
   NetworkKovaRequest& operator=(const NetworkKovaRequest& other) = default;
@@ -44,8 +48,13 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
 
   // Reads options "-f", "-k", "-v", "-s" until the end of the list. A bare
   // atom list after "-f" is wrapped in place into one "and" by inserting
-  // tokens, so the list is changed.
+  // tokens, so the list is changed. Throws "Invalid option: " + the token
+  // for a token that is no option, and what the filter, column and sort
+  // readers throw.
   void parse(strList& tokens, strIter& cur);
+  // Reads the sort type and its "index=" and "updates=" words. Throws "Sort
+  // type expected" at the end, "Invalid sort type: " + the token, or
+  // "Invalid option: " + a following token that is neither.
   void parseSort(strList& tokens, strIter& cur);
   // "sort=top" top, "sort=bottom" bottom, anything else none.
   static TavSortType getSortType(const std::string& option);
