@@ -71,7 +71,7 @@ class TokenSequence : public Source {
 
   // Puts a "]" before the token at `position` (a real token or the end) and
   // returns an iterator on it, as std::list::insert does.
-  iterator insert(const iterator& position, const char* /* "]" */) {
+  iterator insert(const iterator& position, const std::string& /* the bracket */) {
     const std::size_t key = Source::key(position.pos);
     if (closeCount < kInlineCloses) {
       inlineCloses[closeCount] = key;

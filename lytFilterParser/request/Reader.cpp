@@ -159,7 +159,7 @@ void Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Toke
       listEnd = close;
     }
   }
-  const Iter<Tokens> bracket = tokens.insert(close, "]");
+  const Iter<Tokens> bracket = tokens.insert(close, std::string(1, kCloseBracket));
   // With no atom text at all, the bracket is what the atom reader meets.
   if (close == cur) cur = bracket;
   // The "-f" itself is not read again: the conjunction's first atom is the
