@@ -164,13 +164,21 @@ expect("convert.filter", ["convert", "-filter [ and [[src 1 [10.0.0.1 ]]]] -a a 
        "-f src not 10.0.0.1    -k dst acc=replace -v conn acc=new -s top \n")
 expect("convert.peer1", ["convert", "--peer", "1", "-y C -g topip"],
        " -k ip acc=replace -v conn acc=concurrent -s top \n")
-expect("convert.bad-value", ["convert", "-g topsrc -y z -a i"], "",
-       "lytreq: Invalid value type\n" + caret("-g topsrc -y z -a i", 13, 1), 1)
-expect("convert.bad-key", ["convert", "-y b -g fw"], "", "lytreq: Invalid key type\n" + caret("-y b -g fw", 8, 2), 1)
-expect("convert.key-at-end", ["convert", "-y b -g"], "", "lytreq: Invalid key type\n" + caret("-y b -g", 7, 0), 1)
-expect("convert.passed-through", ["convert", "-g src 10.0.0.1 -x"], "",
-       "lytreq: Invalid option: -x\n" + caret("-g src 10.0.0.1 -x", 16, 2), 1)
-expect("convert.open-filter", ["convert", "src 0 [ a b"], "", "lytreq: Invalid filter\n" + caret("src 0 [ a b", 11, 0), 1)
+LEGACY_FAULTS = [
+    # (name, legacy command line, message, start, length)
+    ("bad-value", "-g topsrc -y z -a i", "Invalid value type", 13, 1),
+    # The reader takes a value by its first letter only, and refuses the letters it only writes.
+    ("value-by-first-letter", "-y bogus -y z", "Invalid value type", 12, 1),
+    ("written-only-value", "-g topsrc -y l", "Invalid value type", 13, 1),
+    ("group-word-as-value", "-y topsrc -g src", "Invalid value type", 3, 6),
+    ("bad-key", "-y b -g fw", "Invalid key type", 8, 2),
+    ("key-longer-than-word", "-y b -g topsrcx", "Invalid key type", 8, 7),
+    ("key-at-end", "-y b -g", "Invalid key type", 7, 0),
+    ("passed-through", "-g src 10.0.0.1 -x", "Invalid option: -x", 16, 2),
+    ("open-filter", "src 0 [ a b", "Invalid filter", 11, 0),
+]
+for name, text, message, start, length in LEGACY_FAULTS:
+    expect("convert." + name, ["convert", text], "", "lytreq: %s\n%s" % (message, caret(text, start, length)), 1)
 expect("convert.bad-peer", ["convert", "--peer", "3", "-g topsrc"], "",
        "--peer: Value 3 not in range 1 to 2\nRun with --help for more information.\n", 2)
 expect_json("convert.json", ["convert", "--json", "-g topsrc -y b"],
