@@ -1,5 +1,7 @@
 #include "caret.h"
 
+#include "words.h"
+
 namespace lytreq {
 
 namespace {
@@ -16,8 +18,8 @@ std::vector<Span> tokenSpans(const std::string& text) {
     while (pos < size && text[pos] == ' ') ++pos;
     if (pos == size) return spans;
     std::size_t end = pos + 1;
-    if (text[pos] != '[' && text[pos] != ']') {
-      while (end < size && text[end] != ' ' && text[end] != '[' && text[end] != ']') ++end;
+    if (!isBracket(text[pos])) {
+      while (end < size && text[end] != ' ' && !isBracket(text[end])) ++end;
     }
     spans.push_back(Span{pos, end - pos});
     pos = end;

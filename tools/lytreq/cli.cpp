@@ -37,19 +37,6 @@ bool isToolOption(const std::string& arg) {
   return false;
 }
 
-// Runs `command` on every request of `source` and writes the reports.
-int runRequests(const Source& source, bool json, std::istream& in, std::ostream& out, std::ostream& err,
-                const std::function<Report(const std::string&)>& command) {
-  bool rejected = false;
-  forEachRequest(source, in, [&](const Request& request) {
-    Report report = command(request.text);
-    report.line = request.line;
-    writeReport(report, json, out, err);
-    if (report.rejected()) rejected = true;
-  });
-  return rejected ? EXIT_REJECTED : EXIT_OK;
-}
-
 const char* const kRequestHelp = "The request; \"-\" or none: read requests from standard input";
 const char* const kFileHelp = "Read requests from FILE (\"-\": standard input), one per line";
 const char* const kJsonHelp = "Write one JSON object per request";
@@ -63,30 +50,220 @@ const char* const kRequestNote =
     "Exit status: 0 all requests succeeded, 1 one was rejected, 2 usage error.\n"
     "\n";
 
-struct RequestOptions {
+// What the command line gave the subcommand that runs.
+struct Given {
   Source source;
-  std::string file;
+  std::string file;  // --file, taken only when it was given
   bool json = false;
+  int peer = 0;
+  bool peerGiven = false;  // parse writes for a peer only when asked to
+  std::string map;
 };
 
-void addRequestOptions(CLI::App* command, RequestOptions& options) {
-  command->add_option("REQUEST", options.source.words, kRequestHelp);
-  command->add_option("--file", options.file, kFileHelp)->type_name("FILE");
-  command->add_flag("--json", options.json, kJsonHelp);
+// Where a subcommand reads and writes.
+struct Streams {
+  std::istream& in;
+  std::ostream& out;
+  std::ostream& err;
+};
+
+// The --peer option of a subcommand: its help, range and default.
+struct PeerOption {
+  const char* help;
+  int low;
+  int high;
+  int fallback;
+  bool showDefault;  // false where no --peer means something else than the default peer
+};
+
+// One subcommand: what its help says, which options it takes, and what runs it.
+struct Subcommand {
+  const char* name;
+  const char* description;
+  const char* footer;  // for a request-taking subcommand, the note on requests goes before "Examples:"
+  bool takesRequests;  // REQUEST, --file and --json "per request"; else only --json
+  const char* jsonHelp;
+  std::optional<PeerOption> peer;
+  bool takesMap;  // resolve's --map
+  int (*run)(const Given& given, Streams& io);
+};
+
+// Runs `command` on every request of `given` and writes the reports.
+int runRequests(const Given& given, Streams& io, const std::function<Report(const std::string&)>& command) {
+  bool rejected = false;
+  forEachRequest(given.source, io.in, [&](const Request& request) {
+    Report report = command(request.text);
+    report.line = request.line;
+    writeReport(report, given.json, io.out, io.err);
+    if (report.rejected()) rejected = true;
+  });
+  return rejected ? EXIT_REJECTED : EXIT_OK;
+}
+
+int runParse(const Given& given, Streams& io) {
+  std::optional<int> peer;
+  if (given.peerGiven) peer = given.peer;
+  return runRequests(given, io, [&](const std::string& text) { return parseCommand(text, peer); });
+}
+
+int runCheck(const Given& given, Streams& io) {
+  return runRequests(given, io, [&](const std::string& text) { return checkCommand(text, given.peer); });
+}
+
+int runConvert(const Given& given, Streams& io) {
+  return runRequests(given, io, [&](const std::string& text) { return convertCommand(text, given.peer); });
+}
+
+int runColumns(const Given& given, Streams& io) {
+  return runRequests(given, io, [&](const std::string& text) { return columnsCommand(text, given.peer); });
+}
+
+int runNames(const Given& given, Streams& io) {
+  return runRequests(given, io, [](const std::string& text) { return namesCommand(text); });
+}
+
+int runResolve(const Given& given, Streams& io) {
+  const NameMap map = readNameMap(given.map);
+  return runRequests(given, io, [&](const std::string& text) { return resolveCommand(text, map); });
+}
+
+int runKeywords(const Given& given, Streams& io) {
+  if (given.json) {
+    io.out << jsonLine(keywordsJson()) << '\n';
+  } else {
+    writeKeywords(io.out);
+  }
+  return EXIT_OK;
+}
+
+int runDemoCommand(const Given& given, Streams& io) {
+  runDemo(given.json, io.out);
+  return EXIT_OK;
+}
+
+const std::vector<Subcommand>& subcommands() {
+  static const std::vector<Subcommand> kSubcommands = {
+      {"parse", "Read a request and write it as the library writes it",
+       "Examples:\n"
+       "  lytreq parse '-f src 10.0.0.1 -k svc -v wb acc=rate -s top'\n"
+       "  lytreq parse --peer 2 '-f src 10.0.0.1 -k src -v conn acc=new'\n"
+       "  lytreq parse 'vl link7 -t application'\n"
+       "  lytreq parse --json --file requests.txt",
+       true, kJsonHelp, PeerOption{"Write for peer N (0-3); 1 and 2: legacy syntax", 0, 3, TAV_VERSION_CURRENT, false},
+       false, runParse},
+      {"check", "Check a network request for a peer, and find the oldest peer that accepts it",
+       "Prints \"valid\" or \"invalid: MESSAGE\", then the oldest peer that accepts the request\n"
+       "(\"minimal peer: N\"; \"none\" when no peer does). Only network requests can be checked.\n"
+       "\n"
+       "Examples:\n"
+       "  lytreq check '-k src -v wb'\n"
+       "  lytreq check --peer 1 '-k src -v wb -v pkt'\n"
+       "  printf '%s\\n' '-k src -v wb' '-k url -v wb' | lytreq check --json",
+       true, kJsonHelp, PeerOption{"Peer version (0-3)", 0, 3, TAV_VERSION_CURRENT, true}, false, runCheck},
+      {"convert", "Convert a legacy command line to the current syntax",
+       "Examples:\n"
+       "  lytreq convert '-g topsrc -y b'\n"
+       "  lytreq convert '-filter [ and [[src 1 [10.0.0.1 ]]]] -a a -y c -g topdst'",
+       true, kJsonHelp, PeerOption{"Legacy peer version (1 or 2)", 1, 2, TAV_VERSION_LEGACY_2, true}, false,
+       runConvert},
+      {"columns", "List the query-interface columns of a network request",
+       "Prints, per column in request order: catalogue number, catalogue name, role (key or\n"
+       "value) and value type. Peer 3 maps every column; peers 1 and 2 only the first key and\n"
+       "the first value.\n"
+       "\n"
+       "Examples:\n"
+       "  lytreq columns '-k src -k svc -v wb -v pkt'\n"
+       "  lytreq columns --peer 2 '-k src -v conn acc=new'",
+       true, kJsonHelp, PeerOption{"Peer version (1-3)", 1, 3, TAV_VERSION_CURRENT, true}, false, runColumns},
+      {"names", "List the module names a request refers to, one per line",
+       "Examples:\n"
+       "  lytreq names '-f src gw1 gw2 -k dst web1 web2 -v wb'\n"
+       "  lytreq names --json --file requests.txt",
+       true, kJsonHelp, std::nullopt, false, runNames},
+      {"resolve", "Set resolved module names from a map file and write the request",
+       "The map file holds lines \"name resolved\"; blank lines and lines starting with \"#\" are\n"
+       "skipped. A module name of the request that the map lacks rejects the request.\n"
+       "\n"
+       "Examples:\n"
+       "  printf 'gw1 10.0.0.1\\ngw2 10.0.0.2\\n' > names.map\n"
+       "  lytreq resolve --map names.map '-f src gw1 gw2 -k svc -v wb'",
+       true, kJsonHelp, std::nullopt, true, runResolve},
+      {"keywords", "List the words of the request syntax and the column catalogues",
+       "Examples:\n"
+       "  lytreq keywords\n"
+       "  lytreq keywords --json",
+       false, "Write one JSON object", std::nullopt, false, runKeywords},
+      {"demo", "Run the subcommands on built-in sample requests",
+       "Examples:\n"
+       "  lytreq demo\n"
+       "  lytreq demo --json",
+       false, "Write the reports as JSON objects", std::nullopt, false, runDemoCommand},
+  };
+  return kSubcommands;
 }
 
 // The footer of a request-taking subcommand: its own text, the note on
 // requests and batch input, then its examples.
-std::string footer(const char* text) {
+std::string requestFooter(const char* text) {
   std::string result(text);
   result.insert(result.find("Examples:"), kRequestNote);
   return result;
 }
 
-Source sourceOf(CLI::App* command, RequestOptions& options) {
-  Source source = options.source;
-  if (command->count("--file") > 0) source.file = options.file;
-  return source;
+// Adds `row` to `app`, its options writing into `given`.
+CLI::App* addSubcommand(CLI::App& app, const Subcommand& row, Given& given) {
+  CLI::App* command = app.add_subcommand(row.name, row.description);
+  if (row.takesRequests) {
+    command->add_option("REQUEST", given.source.words, kRequestHelp);
+    command->add_option("--file", given.file, kFileHelp)->type_name("FILE");
+  }
+  command->add_flag("--json", given.json, row.jsonHelp);
+  if (row.peer) {
+    given.peer = row.peer->fallback;
+    CLI::Option* peer =
+        command->add_option("--peer", given.peer, row.peer->help)->check(CLI::Range(row.peer->low, row.peer->high));
+    peer->type_name("N");
+    if (row.peer->showDefault) peer->capture_default_str();
+  }
+  if (row.takesMap) {
+    command->add_option("--map", given.map, "Map file: lines \"name resolved\"")->required()->type_name("FILE");
+  }
+  command->footer(row.takesRequests ? requestFooter(row.footer) : std::string(row.footer));
+  return command;
+}
+
+void describe(CLI::App& app) {
+  app.require_subcommand(1);
+  app.set_version_flag("--version", std::string("lytreq ") + LFP_LIBRARY_VERSION_STRING);
+  app.get_formatter()->column_width(28);
+  app.footer(
+      "Exit status: 0 when every request succeeded, 1 when the library rejected one, 2 for a usage error.\n"
+      "\n"
+      "Examples:\n"
+      "  lytreq demo\n"
+      "  lytreq parse '-f src 10.0.0.1 -k svc -v wb acc=rate -s top'\n"
+      "  lytreq check --peer 1 '-k src -v wb -v pkt'\n"
+      "  lytreq convert '-g topsrc -y b'\n"
+      "  lytreq <subcommand> --help");
+}
+
+// Runs the subcommand; faults that concern the whole call end it.
+int dispatch(const Subcommand& row, CLI::App* command, Given& given, Streams& io) {
+  if (row.takesRequests && command->count("--file") > 0) given.source.file = given.file;
+  given.peerGiven = row.peer && command->count("--peer") > 0;
+  try {
+    return row.run(given, io);
+  } catch (const UsageError& error) {
+    io.err << "lytreq: " << error.what() << '\n';
+    return EXIT_USAGE;
+  } catch (const std::string& message) {
+    // A library fault outside the calls that report them per request.
+    io.err << "lytreq: " << message << '\n';
+    return EXIT_REJECTED;
+  } catch (const std::exception& error) {
+    io.err << "lytreq: " << error.what() << '\n';
+    return EXIT_REJECTED;
+  }
 }
 
 }  // namespace
@@ -131,128 +308,11 @@ int run(std::vector<std::string> args, std::istream& in, std::ostream& out, std:
       "Subcommands that take a REQUEST also read requests from standard input, one per line,\n"
       "when REQUEST is \"-\" or missing, or from --file.",
       "lytreq"};
-  app.require_subcommand(1);
-  app.set_version_flag("--version", std::string("lytreq ") + LFP_LIBRARY_VERSION_STRING);
-  app.get_formatter()->column_width(28);
-  app.footer(
-      "Exit status: 0 when every request succeeded, 1 when the library rejected one, 2 for a usage error.\n"
-      "\n"
-      "Examples:\n"
-      "  lytreq demo\n"
-      "  lytreq parse '-f src 10.0.0.1 -k svc -v wb acc=rate -s top'\n"
-      "  lytreq check --peer 1 '-k src -v wb -v pkt'\n"
-      "  lytreq convert '-g topsrc -y b'\n"
-      "  lytreq <subcommand> --help");
-
-  // parse
-  RequestOptions parseOptions;
-  int parsePeer = TAV_VERSION_CURRENT;
-  CLI::App* parse = app.add_subcommand("parse", "Read a request and write it as the library writes it");
-  addRequestOptions(parse, parseOptions);
-  parse->add_option("--peer", parsePeer, "Write for peer N (0-3); 1 and 2: legacy syntax")
-      ->check(CLI::Range(0, 3))
-      ->type_name("N");
-  parse->footer(footer(
-      "Examples:\n"
-      "  lytreq parse '-f src 10.0.0.1 -k svc -v wb acc=rate -s top'\n"
-      "  lytreq parse --peer 2 '-f src 10.0.0.1 -k src -v conn acc=new'\n"
-      "  lytreq parse 'vl link7 -t application'\n"
-      "  lytreq parse --json --file requests.txt"));
-
-  // check
-  RequestOptions checkOptions;
-  int checkPeer = TAV_VERSION_CURRENT;
-  CLI::App* check = app.add_subcommand(
-      "check", "Check a network request for a peer, and find the oldest peer that accepts it");
-  addRequestOptions(check, checkOptions);
-  check->add_option("--peer", checkPeer, "Peer version (0-3)")->check(CLI::Range(0, 3))->type_name("N")->capture_default_str();
-  check->footer(footer(
-      "Prints \"valid\" or \"invalid: MESSAGE\", then the oldest peer that accepts the request\n"
-      "(\"minimal peer: N\"; \"none\" when no peer does). Only network requests can be checked.\n"
-      "\n"
-      "Examples:\n"
-      "  lytreq check '-k src -v wb'\n"
-      "  lytreq check --peer 1 '-k src -v wb -v pkt'\n"
-      "  printf '%s\\n' '-k src -v wb' '-k url -v wb' | lytreq check --json"));
-
-  // convert
-  RequestOptions convertOptions;
-  int convertPeer = TAV_VERSION_LEGACY_2;
-  CLI::App* convert = app.add_subcommand("convert", "Convert a legacy command line to the current syntax");
-  addRequestOptions(convert, convertOptions);
-  convert->add_option("--peer", convertPeer, "Legacy peer version (1 or 2)")
-      ->check(CLI::Range(1, 2))
-      ->type_name("N")
-      ->capture_default_str();
-  convert->footer(footer(
-      "Examples:\n"
-      "  lytreq convert '-g topsrc -y b'\n"
-      "  lytreq convert '-filter [ and [[src 1 [10.0.0.1 ]]]] -a a -y c -g topdst'"));
-
-  // columns
-  RequestOptions columnsOptions;
-  int columnsPeer = TAV_VERSION_CURRENT;
-  CLI::App* columns = app.add_subcommand(
-      "columns", "List the query-interface columns of a network request");
-  addRequestOptions(columns, columnsOptions);
-  columns->add_option("--peer", columnsPeer, "Peer version (1-3)")
-      ->check(CLI::Range(1, 3))
-      ->type_name("N")
-      ->capture_default_str();
-  columns->footer(footer(
-      "Prints, per column in request order: catalogue number, catalogue name, role (key or\n"
-      "value) and value type. Peer 3 maps every column; peers 1 and 2 only the first key and\n"
-      "the first value.\n"
-      "\n"
-      "Examples:\n"
-      "  lytreq columns '-k src -k svc -v wb -v pkt'\n"
-      "  lytreq columns --peer 2 '-k src -v conn acc=new'"));
-
-  // names
-  RequestOptions namesOptions;
-  CLI::App* names = app.add_subcommand("names", "List the module names a request refers to, one per line");
-  addRequestOptions(names, namesOptions);
-  names->footer(footer(
-      "Examples:\n"
-      "  lytreq names '-f src gw1 gw2 -k dst web1 web2 -v wb'\n"
-      "  lytreq names --json --file requests.txt"));
-
-  // resolve
-  RequestOptions resolveOptions;
-  std::string mapFile;
-  CLI::App* resolve = app.add_subcommand("resolve", "Set resolved module names from a map file and write the request");
-  addRequestOptions(resolve, resolveOptions);
-  resolve
-      ->add_option("--map", mapFile,
-                   "Map file: lines \"name resolved\"")
-      ->required()
-      ->type_name("FILE");
-  resolve->footer(footer(
-      "The map file holds lines \"name resolved\"; blank lines and lines starting with \"#\" are\n"
-      "skipped. A module name of the request that the map lacks rejects the request.\n"
-      "\n"
-      "Examples:\n"
-      "  printf 'gw1 10.0.0.1\\ngw2 10.0.0.2\\n' > names.map\n"
-      "  lytreq resolve --map names.map '-f src gw1 gw2 -k svc -v wb'"));
-
-  // keywords
-  bool keywordsJsonOutput = false;
-  CLI::App* keywords = app.add_subcommand(
-      "keywords", "List the words of the request syntax and the column catalogues");
-  keywords->add_flag("--json", keywordsJsonOutput, "Write one JSON object");
-  keywords->footer(
-      "Examples:\n"
-      "  lytreq keywords\n"
-      "  lytreq keywords --json");
-
-  // demo
-  bool demoJson = false;
-  CLI::App* demo = app.add_subcommand("demo", "Run the subcommands on built-in sample requests");
-  demo->add_flag("--json", demoJson, "Write the reports as JSON objects");
-  demo->footer(
-      "Examples:\n"
-      "  lytreq demo\n"
-      "  lytreq demo --json");
+  describe(app);
+  const std::vector<Subcommand>& rows = subcommands();
+  std::vector<Given> given(rows.size());  // sized once: the options keep pointers into it
+  std::vector<CLI::App*> commands;
+  for (std::size_t i = 0; i < rows.size(); ++i) commands.push_back(addSubcommand(app, rows[i], given[i]));
 
   args = separateRequestArguments(args);
   std::vector<std::string> reversed(args.rbegin(), args.rend() - 1);
@@ -263,56 +323,9 @@ int run(std::vector<std::string> args, std::istream& in, std::ostream& out, std:
     return status == 0 ? EXIT_OK : EXIT_USAGE;
   }
 
-  try {
-    if (parse->parsed()) {
-      std::optional<int> peer;
-      if (parse->count("--peer") > 0) peer = parsePeer;
-      return runRequests(sourceOf(parse, parseOptions), parseOptions.json, in, out, err,
-                         [&](const std::string& text) { return parseCommand(text, peer); });
-    }
-    if (check->parsed()) {
-      return runRequests(sourceOf(check, checkOptions), checkOptions.json, in, out, err,
-                         [&](const std::string& text) { return checkCommand(text, checkPeer); });
-    }
-    if (convert->parsed()) {
-      return runRequests(sourceOf(convert, convertOptions), convertOptions.json, in, out, err,
-                         [&](const std::string& text) { return convertCommand(text, convertPeer); });
-    }
-    if (columns->parsed()) {
-      return runRequests(sourceOf(columns, columnsOptions), columnsOptions.json, in, out, err,
-                         [&](const std::string& text) { return columnsCommand(text, columnsPeer); });
-    }
-    if (names->parsed()) {
-      return runRequests(sourceOf(names, namesOptions), namesOptions.json, in, out, err,
-                         [&](const std::string& text) { return namesCommand(text); });
-    }
-    if (resolve->parsed()) {
-      const NameMap map = readNameMap(mapFile);
-      return runRequests(sourceOf(resolve, resolveOptions), resolveOptions.json, in, out, err,
-                         [&](const std::string& text) { return resolveCommand(text, map); });
-    }
-    if (keywords->parsed()) {
-      if (keywordsJsonOutput) {
-        out << jsonLine(keywordsJson()) << '\n';
-      } else {
-        writeKeywords(out);
-      }
-      return EXIT_OK;
-    }
-    if (demo->parsed()) {
-      runDemo(demoJson, out);
-      return EXIT_OK;
-    }
-  } catch (const UsageError& error) {
-    err << "lytreq: " << error.what() << '\n';
-    return EXIT_USAGE;
-  } catch (const std::string& message) {
-    // A library fault outside the calls that report them per request.
-    err << "lytreq: " << message << '\n';
-    return EXIT_REJECTED;
-  } catch (const std::exception& error) {
-    err << "lytreq: " << error.what() << '\n';
-    return EXIT_REJECTED;
+  Streams io{in, out, err};
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (commands[i]->parsed()) return dispatch(rows[i], commands[i], given[i], io);
   }
   return EXIT_USAGE;
 }

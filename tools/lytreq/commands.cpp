@@ -2,7 +2,7 @@
 
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
-#include "lytFilterParser/vocab/ValueType.h"
+#include "words.h"
 
 namespace lytreq {
 
@@ -28,21 +28,14 @@ bool read(const std::string& text, Reading& reading, Report& report) {
 NetworkKovaRequest* networkRequest(Reading& reading, Report& report, const char* what) {
   NetworkKovaRequest* request = dynamic_cast<NetworkKovaRequest*>(reading.request.get());
   if (request == nullptr) {
-    report.fault = Fault{std::string("this is a \"vl\" (end-to-end) request: only network requests ") + what,
-                         std::nullopt};
+    report.fault = Fault{
+        "this is a \"" + std::string(virtualLinkWord()) + "\" (end-to-end) request: only network requests " + what,
+        std::nullopt};
   }
   return request;
 }
 
 }  // namespace
-
-std::string typeKeyword(TavValType type) {
-  try {
-    return lytFilterParser::dumpValueType(type);
-  } catch (const std::string&) {
-    return type == TAV_TELNUMBER ? "telNumber" : "?";
-  }
-}
 
 Report parseCommand(const std::string& text, std::optional<int> peer) {
   Report report = start(text);
@@ -131,7 +124,7 @@ Report columnsCommand(const std::string& text, int peer) {
     const TavColumn* source = i < order.size() ? order[i] : nullptr;
     if (source != nullptr) {
       column.role = source->getKeyOrValue() == TAV_KEY ? "key" : "value";
-      column.type = typeKeyword(source->getValueType());
+      column.type = valueTypeWord(source->getValueType());
     }
     columns.push_back(column);
   }

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "lytFilterParser/vocab/ValueType.h"
 #include "reading.h"
 
 namespace lytreq {
@@ -58,10 +57,6 @@ Report columnsCommand(const std::string& text, int peer);
 Report namesCommand(const std::string& text);
 // The request with the resolved names of `map` set.
 Report resolveCommand(const std::string& text, const NameMap& map);
-
-// The keyword of a value type; "telNumber", which the library reads but
-// never writes, included.
-std::string typeKeyword(TavValType type);
 
 }  // namespace lytreq
 

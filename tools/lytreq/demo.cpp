@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "commands.h"
-#include "keywords.h"
 #include "output.h"
 
 namespace lytreq {

@@ -1,5 +1,6 @@
 #include "keywords.h"
 
+#include <algorithm>
 #include <iomanip>
 #include <string>
 #include <vector>
@@ -7,43 +8,80 @@
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
 #include "lytFilterParser/vocab/ValueType.h"
+#include "words.h"
 
 namespace lytreq {
 
 namespace {
 
-// A list of keywords. The library keeps its own tables private; these are
-// the words its readers accept.
+using lytFilterParser::vocabulary;
+using lytFilterParser::wordKindName;
+
+// The JSON field of each kind of word. The fields of the earlier fixed
+// lists keep their names so that scripts reading them go on working. The
+// switch names every kind, so a kind the library adds is warned about here.
+const char* jsonKey(WordKind kind) {
+  switch (kind) {
+    case WordKind::Option: return "options";
+    case WordKind::ValueType: return "valueTypes";
+    case WordKind::FilterOperator: return "filterOperators";
+    case WordKind::Negation: return "negations";
+    case WordKind::Bracket: return "brackets";
+    case WordKind::InterfaceDirection: return "interfaceDirections";
+    case WordKind::AccumulationMode: return "accumulationModes";
+    case WordKind::ColumnOption: return "columnOptions";
+    case WordKind::SortInColumn: return "columnSorts";
+    case WordKind::SortType: return "sortTypes";
+    case WordKind::SortOption: return "sortOptions";
+    case WordKind::VirtualLink: return "vlWords";
+    case WordKind::LegacyOption: return "legacyOptions";
+    case WordKind::LegacyGroup: return "legacyGroups";
+    case WordKind::LegacyValue: return "legacyValues";
+    case WordKind::LegacyAggregate: return "legacyAggregation";
+  }
+  return "words";
+}
+
+// The words of one kind; the vocabulary keeps each kind together.
 struct Section {
-  const char* title;
-  const char* key;  // field of the JSON object
-  std::vector<std::string> words;
+  WordKind kind;
+  std::vector<const Word*> words;
 };
 
-const std::vector<Section>& sections() {
-  static const std::vector<Section> kSections = {
-      {"request options", "options", {"-f", "-k", "-v", "-s"}},
-      {"filter words", "filterWords", {"and", "or", "AND", "OR", "not", "NOT", "[", "]"}},
-      {"interface directions", "interfaceDirections", {",in", ",out"}},
-      {"accumulation modes",
-       "accumulationModes",
-       {"acc=replace", "acc=rate", "acc=new", "acc=sum", "acc=concurrent", "acc=min", "acc=max", "acc=lineUtil"}},
-      {"column options",
-       "columnOptions",
-       {"dir=in", "dir=out", "dir=both", "enc=no", "enc=yes", "enc=both", "comp=no", "comp=yes", "comp=both",
-        "cprint=no", "cprint=yes", "cprint=both", "url_mod=full", "url_mod=host", "url_mod=path", "url_mod=scheme",
-        "url_mod=host_path", "url_mod=scheme_host", "sort=top", "sort=bottom"}},
-      {"sort types", "sortTypes", {"top", "bottom", "none"}},
-      {"sort options", "sortOptions", {"index=N", "updates=N"}},
-      {"vl request", "vlWords", {"vl", "-t", "wire", "application"}},
-      {"legacy options", "legacyOptions", {"-g", "-y", "-a"}},
-      {"legacy groups (-g)",
-       "legacyGroups",
-       {"topfw", "topsrc", "topdst", "topip", "topqsrule", "topsvc", "src", "dst", "svc", "qsrule", "ip"}},
-      {"legacy values (-y)", "legacyValues", {"b", "C", "c", "p"}},
-      {"legacy connection ids (-a)", "legacyAggregation", {"i"}},
-  };
-  return kSections;
+std::vector<Section> sections() {
+  std::vector<Section> result;
+  for (const Word& word : vocabulary()) {
+    if (result.empty() || result.back().kind != word.kind) result.push_back(Section{word.kind, {}});
+    result.back().words.push_back(&word);
+  }
+  return result;
+}
+
+void writeSection(std::ostream& out, const Section& section) {
+  out << wordKindName(section.kind) << ":\n";
+  std::size_t width = 0;
+  for (const Word* word : section.words) width = std::max(width, word->text.size());
+  for (const Word* word : section.words) {
+    out << "  " << std::left << std::setw(static_cast<int>(width + 2)) << word->text << std::right << word->meaning
+        << '\n';
+  }
+}
+
+Json wordJson(const Word& word) {
+  Json entry;
+  entry["text"] = std::string(word.text);
+  entry["meaning"] = std::string(word.meaning);
+  Json peers = Json::array();
+  for (const TavVersion peer : {TAV_VERSION_LEGACY_1, TAV_VERSION_LEGACY_2, TAV_VERSION_CURRENT}) {
+    if (word.takenBy(peer)) peers.push_back(static_cast<int>(peer));
+  }
+  entry["peers"] = peers;
+  if (word.code >= 0) entry["code"] = word.code;
+  // What a column of this type holds in the query interface.
+  if (word.kind == WordKind::ValueType) {
+    entry["kovaType"] = static_cast<int>(lytFilterParser::getKovaType(static_cast<TavValType>(word.code)));
+  }
+  return entry;
 }
 
 const char* kovaTypeName(QULET_VT type) {
@@ -55,26 +93,6 @@ const char* kovaTypeName(QULET_VT type) {
     case QULET_VT_INT64: return "int64";
     default: return "none";
   }
-}
-
-struct TypeEntry {
-  int code;
-  std::string keyword;
-  QULET_VT kovaType;
-};
-
-// The value types the library writes: dumpValueType over 0..20, without
-// the one it refuses (telNumber is read but never written).
-std::vector<TypeEntry> valueTypes() {
-  std::vector<TypeEntry> types;
-  for (int code = 0; code <= 20; ++code) {
-    try {
-      const TavValType type = static_cast<TavValType>(code);
-      types.push_back(TypeEntry{code, lytFilterParser::dumpValueType(type), lytFilterParser::getKovaType(type)});
-    } catch (const std::string&) {
-    }
-  }
-  return types;
 }
 
 void writeCatalogue(std::ostream& out, const KovaColumnInfo* rows, int count) {
@@ -101,15 +119,7 @@ Json catalogueJson(const KovaColumnInfo* rows, int count) {
 }  // namespace
 
 void writeKeywords(std::ostream& out) {
-  const std::vector<Section>& all = sections();
-  out << all[0].title << ":\n";
-  for (const std::string& word : all[0].words) out << "  " << word << '\n';
-  out << "value types:\n";
-  for (const TypeEntry& type : valueTypes()) out << "  " << type.keyword << '\n';
-  for (std::size_t s = 1; s < all.size(); ++s) {
-    out << all[s].title << ":\n";
-    for (const std::string& word : all[s].words) out << "  " << word << '\n';
-  }
+  for (const Section& section : sections()) writeSection(out, section);
   out << "network columns (number, name, type code):\n";
   writeCatalogue(out, lytFilterParser::networkColumnArray, lytFilterParser::networkArraySize);
   out << "vl columns (number, name, type code):\n";
@@ -118,18 +128,11 @@ void writeKeywords(std::ostream& out) {
 
 Json keywordsJson() {
   Json object;
-  const std::vector<Section>& all = sections();
-  object[all[0].key] = all[0].words;
-  Json types = Json::array();
-  for (const TypeEntry& type : valueTypes()) {
-    Json entry;
-    entry["keyword"] = type.keyword;
-    entry["code"] = type.code;
-    entry["kovaType"] = static_cast<int>(type.kovaType);
-    types.push_back(entry);
+  for (const Section& section : sections()) {
+    Json words = Json::array();
+    for (const Word* word : section.words) words.push_back(wordJson(*word));
+    object[jsonKey(section.kind)] = words;
   }
-  object["valueTypes"] = types;
-  for (std::size_t s = 1; s < all.size(); ++s) object[all[s].key] = all[s].words;
   object["networkColumns"] = catalogueJson(lytFilterParser::networkColumnArray, lytFilterParser::networkArraySize);
   object["vlColumns"] = catalogueJson(E2EKovaRequest::vlColumnArray, E2EKovaRequest::vlArraySize);
   return object;

@@ -9,7 +9,8 @@
 
 namespace lytreq {
 
-// Headed sections, one keyword per line.
+// One headed section per kind of word, a word and its meaning per line,
+// then the column catalogues.
 void writeKeywords(std::ostream& out);
 // The same as one JSON object.
 Json keywordsJson();

@@ -2,6 +2,7 @@
 
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
+#include "words.h"
 
 namespace lytreq {
 
@@ -47,7 +48,7 @@ std::optional<Span> locateReadFault(const std::string& text, const std::string& 
   const TokenMap map(text, tokens);
   if (tokens.empty()) return std::nullopt;
 
-  if (tokens.front() == "vl") {
+  if (tokens.front() == virtualLinkWord()) {
     // E2EKovaRequest(strList&) takes the name, then reads the options.
     tokens.pop_front();
     if (tokens.empty()) return map.end();
@@ -75,20 +76,66 @@ std::optional<Span> locateReadFault(const std::string& text, const std::string& 
 
 namespace {
 
-bool startsWith(const std::string& token, const char* prefix) { return token.rfind(prefix, 0) == 0; }
+using lytFilterParser::vocabulary;
 
-bool isLegacyValueLetter(const std::string& token) {
-  const char first = token[0];
-  return first == 'b' || first == 'C' || first == 'c' || first == 'p';
+// A fault of the legacy reader in the argument of an option, and the kind
+// of word that option takes. The reader knows a "-y" letter by the first
+// character of its argument, a "-g" word as it stands.
+struct ArgumentFault {
+  const char* message;
+  WordKind kind;
+  bool firstCharacter;
+};
+
+const ArgumentFault kArgumentFaults[] = {
+    {"Invalid value type", WordKind::LegacyValue, true},
+    {"Invalid key type", WordKind::LegacyGroup, false},
+};
+
+bool startsWith(const std::string& token, std::string_view prefix) {
+  return token.compare(0, prefix.size(), prefix) == 0;
 }
 
-bool isLegacyGroupWord(const std::string& token) {
-  static const char* const kWords[] = {"topfw", "topsrc", "topdst", "topip", "topqsrule", "topsvc",
-                                       "src",   "dst",    "svc",    "qsrule", "ip"};
-  for (const char* word : kWords) {
-    if (token == word) return true;
+// The legacy option whose argument is a word of `kind`: the kind's name
+// quotes it, as in "legacy value (-y)".
+const Word* optionTaking(WordKind kind) {
+  const std::string_view name = lytFilterParser::wordKindName(kind);
+  for (const Word& word : vocabulary()) {
+    if (word.kind == WordKind::LegacyOption &&
+        name.find("(" + std::string(word.text) + ")") != std::string_view::npos) {
+      return &word;
+    }
+  }
+  return nullptr;
+}
+
+// The reader refuses the letters it only writes; the vocabulary says so in
+// their meaning.
+bool isWrittenOnly(const Word& word) {
+  const std::string_view marker = "written only";
+  return word.meaning.size() >= marker.size() && word.meaning.substr(word.meaning.size() - marker.size()) == marker;
+}
+
+bool takes(const ArgumentFault& fault, const std::string& argument) {
+  for (const Word& word : vocabulary()) {
+    if (word.kind != fault.kind || isWrittenOnly(word)) continue;
+    if (fault.firstCharacter ? startsWith(argument, word.text) : argument == word.text) return true;
   }
   return false;
+}
+
+// The first argument of the option for `fault` that the reader refuses, or
+// the end of the text when the option ends it.
+Span locateArgument(strList& tokens, const TokenMap& map, const ArgumentFault& fault) {
+  const Word* option = optionTaking(fault.kind);
+  if (option == nullptr) return map.end();
+  for (strIter it = tokens.begin(); it != tokens.end(); ++it) {
+    if (!startsWith(*it, option->text)) continue;
+    const strIter argument = std::next(it);
+    if (argument == tokens.end()) return map.end();
+    if (!takes(fault, *argument)) return map.locate(tokens, argument);
+  }
+  return map.end();
 }
 
 }  // namespace
@@ -98,18 +145,8 @@ Span locateLegacyFault(const std::string& text, const std::string& message) {
   LYTKovaRequest::fillFilterList(tokens, text);
   const TokenMap map(text, tokens);
 
-  const bool valueFault = message == "Invalid value type";
-  const bool keyFault = message == "Invalid key type";
-  if (valueFault || keyFault) {
-    for (strIter it = tokens.begin(); it != tokens.end(); ++it) {
-      if (!startsWith(*it, valueFault ? "-y" : "-g")) continue;
-      const strIter argument = std::next(it);
-      if (argument == tokens.end()) return map.end();
-      if (valueFault ? !isLegacyValueLetter(*argument) : !isLegacyGroupWord(*argument)) {
-        return map.locate(tokens, argument);
-      }
-    }
-    return map.end();
+  for (const ArgumentFault& fault : kArgumentFaults) {
+    if (message == fault.message) return locateArgument(tokens, map, fault);
   }
 
   // "Invalid option: -x", "Invalid type: foo" ...: the token the message names.

@@ -164,13 +164,21 @@ expect("convert.filter", ["convert", "-filter [ and [[src 1 [10.0.0.1 ]]]] -a a 
        "-f src not 10.0.0.1    -k dst acc=replace -v conn acc=new -s top \n")
 expect("convert.peer1", ["convert", "--peer", "1", "-y C -g topip"],
        " -k ip acc=replace -v conn acc=concurrent -s top \n")
-expect("convert.bad-value", ["convert", "-g topsrc -y z -a i"], "",
-       "lytreq: Invalid value type\n" + caret("-g topsrc -y z -a i", 13, 1), 1)
-expect("convert.bad-key", ["convert", "-y b -g fw"], "", "lytreq: Invalid key type\n" + caret("-y b -g fw", 8, 2), 1)
-expect("convert.key-at-end", ["convert", "-y b -g"], "", "lytreq: Invalid key type\n" + caret("-y b -g", 7, 0), 1)
-expect("convert.passed-through", ["convert", "-g src 10.0.0.1 -x"], "",
-       "lytreq: Invalid option: -x\n" + caret("-g src 10.0.0.1 -x", 16, 2), 1)
-expect("convert.open-filter", ["convert", "src 0 [ a b"], "", "lytreq: Invalid filter\n" + caret("src 0 [ a b", 11, 0), 1)
+LEGACY_FAULTS = [
+    # (name, legacy command line, message, start, length)
+    ("bad-value", "-g topsrc -y z -a i", "Invalid value type", 13, 1),
+    # The reader takes a value by its first letter only, and refuses the letters it only writes.
+    ("value-by-first-letter", "-y bogus -y z", "Invalid value type", 12, 1),
+    ("written-only-value", "-g topsrc -y l", "Invalid value type", 13, 1),
+    ("group-word-as-value", "-y topsrc -g src", "Invalid value type", 3, 6),
+    ("bad-key", "-y b -g fw", "Invalid key type", 8, 2),
+    ("key-longer-than-word", "-y b -g topsrcx", "Invalid key type", 8, 7),
+    ("key-at-end", "-y b -g", "Invalid key type", 7, 0),
+    ("passed-through", "-g src 10.0.0.1 -x", "Invalid option: -x", 16, 2),
+    ("open-filter", "src 0 [ a b", "Invalid filter", 11, 0),
+]
+for name, text, message, start, length in LEGACY_FAULTS:
+    expect("convert." + name, ["convert", text], "", "lytreq: %s\n%s" % (message, caret(text, start, length)), 1)
 expect("convert.bad-peer", ["convert", "--peer", "3", "-g topsrc"], "",
        "--peer: Value 3 not in range 1 to 2\nRun with --help for more information.\n", 2)
 expect_json("convert.json", ["convert", "--json", "-g topsrc -y b"],
@@ -266,31 +274,82 @@ with tempfile.TemporaryDirectory() as work:
 
 # --- keywords --------------------------------------------------------------
 code, out, err = run(["keywords"])
-lines = out.splitlines()
+text_out = out
 expect_true("keywords.status", code == 0 and err == "", "%d %r" % (code, err))
-types_at = lines.index("value types:") if "value types:" in lines else -1
-expect_true("keywords.value-types", lines[types_at + 1:types_at + 21] == ["  " + t for t in [
-    "svc", "src", "dst", "ip", "fwrule", "qsrule", "connId", "url", "interface", "orientation", "ab", "wb", "pkt",
-    "conn", "session", "pktRange", "tunnel", "tunnelType", "citrix", "wdAttack"]] and lines[types_at + 21].endswith(":"),
-    repr(lines[types_at:types_at + 22]))
-for word in ["  -f", "  acc=lineUtil", "  url_mod=scheme_host", "  cprint=yes", "  index=N", "  updates=N", "  bottom",
-             "  topqsrule", "   1  time                            16 time",
-             "  28  STR_6                           17 string",
-             "  14  RoundTripTime                   28 int32"]:
-    expect_true("keywords.has " + word.strip(), word in lines, word)
 code, out, err = run(["keywords", "--json"])
 try:
     keywords = json.loads(out)
 except ValueError:
     keywords = {}
 expect_true("keywords.json.status", code == 0 and err == "" and len(out.splitlines()) == 1)
-expect_true("keywords.json.types", [t["keyword"] for t in keywords.get("valueTypes", [])][:3] == ["svc", "src", "dst"]
-            and len(keywords.get("valueTypes", [])) == 20
-            and {"keyword": "wb", "code": 12, "kovaType": 30} in keywords.get("valueTypes", []))
+
+
+def text_sections(text):
+    """The headed sections of `lytreq keywords`: [(heading, [line, ...]), ...]."""
+    sections = []
+    for line in text.splitlines():
+        if line.startswith("  "):
+            sections[-1][1].append(line)
+        else:
+            sections.append((line, []))
+    return sections
+
+
+# The text lists the same words, in the same order, as the JSON; each word
+# with its meaning, the meanings of a section in one column.
+CATALOGUES = ["networkColumns", "vlColumns"]
+word_keys = [key for key in keywords if key not in CATALOGUES]
+sections = text_sections(text_out)
+expect_true("keywords.sections", len(sections) == len(keywords) and list(keywords)[-2:] == CATALOGUES,
+            "%r %r" % ([h for h, _ in sections], list(keywords)))
+for (heading, lines), key in zip(sections, word_keys):
+    words = keywords[key]
+    well_formed = words and all(
+        isinstance(w, dict) and set(w) <= {"text", "meaning", "peers", "code", "kovaType"} and w.get("text")
+        and w.get("meaning") and w.get("peers") and w["peers"] == sorted(set(w["peers"]))
+        and set(w["peers"]) <= {1, 2, 3} and w.get("code", 0) >= 0 for w in words)
+    expect_true("keywords.json.fields." + key, well_formed, repr(words))
+    if well_formed:
+        width = max(len(w["text"]) for w in words) + 2
+        expected = ["  " + w["text"].ljust(width) + w["meaning"] for w in words]
+        expect_true("keywords.text." + key, heading.endswith(":") and lines == expected,
+                    "%s\n  expected %r\n  actual   %r" % (heading, expected, lines))
+
+# Scripts read the words by these fields: one word each, with what a script relies on.
+KEYWORD_FIELDS = [
+    # (field, word, fields it must have; "code": None for none)
+    ("options", "-f", {"peers": [1, 2, 3]}),
+    ("valueTypes", "wb", {"code": 12, "kovaType": 30, "peers": [1, 2, 3]}),
+    ("valueTypes", "telNumber", {"code": 8, "kovaType": 17, "peers": [3]}),
+    ("valueTypes", "ab", {"code": 11, "peers": [3]}),
+    ("filterOperators", "or", {"code": 1}),
+    ("negations", "NOT", {}),
+    ("brackets", "[", {"code": None}),
+    ("interfaceDirections", ",out", {}),
+    ("accumulationModes", "acc=lineUtil", {}),
+    ("columnOptions", "url_mod=scheme_host", {}),
+    ("columnSorts", "sort=bottom", {}),
+    ("sortTypes", "none", {}),
+    ("sortOptions", "updates=", {}),
+    ("vlWords", "vl", {"code": None}),
+    ("vlWords", "application", {"peers": [3]}),
+    ("legacyOptions", "-y", {"peers": [1, 2]}),
+    ("legacyGroups", "topqsrule", {}),
+    ("legacyValues", "C", {}),
+    ("legacyAggregation", "i", {}),
+]
+for key, text, fields in KEYWORD_FIELDS:
+    found = [w for w in keywords.get(key, []) if isinstance(w, dict) and w.get("text") == text]
+    expect_true("keywords.json.%s.%s" % (key, text),
+                len(found) == 1 and all(found[0].get(f) == v for f, v in fields.items()), repr(keywords.get(key)))
+
+for line in ["   1  time                            16 time",
+             "  28  STR_6                           17 string",
+             "  14  RoundTripTime                   28 int32"]:
+    expect_true("keywords.has " + line.strip(), line in text_out.splitlines(), line)
 expect_true("keywords.json.network", len(keywords.get("networkColumns", [])) == 28 and keywords["networkColumns"][1] ==
             {"number": 2, "name": "EntryName", "type": 17, "typeName": "string", "flag": 1})
 expect_true("keywords.json.vl", len(keywords.get("vlColumns", [])) == 15 and keywords["vlColumns"][-1]["name"] == "diffFromUTC")
-expect_true("keywords.json.acc", keywords.get("accumulationModes", [])[:2] == ["acc=replace", "acc=rate"])
 
 # --- demo ------------------------------------------------------------------
 code, out, err = run(["demo"])
