@@ -31,7 +31,7 @@ constexpr ValueTypeRow kValueTypes[] = {
     {TAV_URL, "url", true, QULET_VT_STRING, kInFilter | kAsKey | kNeedsSessionValues, 0, -1, nullptr,
      "URL; as a key, with session values only"},
     {TAV_TELNUMBER, "telNumber", false, QULET_VT_STRING, kAsKey | kNotWithSession, 0, -1, nullptr,
-     "telephone number; read, never written"},
+     "telephone number"},
     {TAV_INTERFACE, "interface", true, QULET_VT_STRING, kInFilter | kAsKey, 0, -1, nullptr,
      "network interface; in a filter, NAME or NAME,in or NAME,out"},
     {TAV_ORIENTATION, "orientation", true, QULET_VT_INT32, kInFilter | kAsKey | kNotWithSession, 0, -1, nullptr,

@@ -64,7 +64,9 @@ unsigned valueTypePlaces(const detail::ValueTypeRow& row) {
 }
 
 void addCurrentSyntax(Builder& list) {
-  list.addAll(detail::requestOptions(), WordKind::Option, kAllPeers);
+  for (const detail::Word<detail::RequestOption>& option : detail::requestOptions()) {
+    list.add(option.text, WordKind::Option, -1, option.meaning, kAllPeers);
+  }
   for (const detail::ValueTypeRow& row : detail::valueTypeRows()) {
     list.add(row.keyword, WordKind::ValueType, row.type, row.meaning, valueTypePeers(row), true, row.written,
              valueTypePlaces(row));
@@ -105,8 +107,12 @@ void addCurrentSyntax(Builder& list) {
 
 void addLegacySyntax(Builder& list) {
   for (const detail::Word<detail::LegacyOption>& option : detail::legacyOptions()) {
-    list.add(option.text, WordKind::LegacyOption, -1, option.meaning, kLegacyPeers,
-             option.code != detail::LEGACY_FILTER);
+    const WordKind takes = option.code == detail::LEGACY_GROUP   ? WordKind::LegacyGroup
+                           : option.code == detail::LEGACY_VALUE ? WordKind::LegacyValue
+                                                                 : WordKind::LegacyAggregate;
+    const bool read = option.code != detail::LEGACY_FILTER;
+    list.add(option.text, WordKind::LegacyOption, read ? static_cast<int>(takes) : -1, option.meaning, kLegacyPeers,
+             read);
   }
   for (const detail::LegacyGroup& group : detail::legacyGroups()) {
     std::string meaning = "group by " + std::string(detail::valueTypeKeyword(group.keyType));

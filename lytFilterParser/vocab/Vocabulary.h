@@ -38,7 +38,8 @@ enum WordPlace : unsigned { PLACE_FILTER = 1u << 0, PLACE_KEY = 1u << 1, PLACE_V
 struct Word {
   std::string_view text;     // as it stands in a request
   WordKind kind;
-  int code;                  // the enumerator it stands for (TavValType, TavAccType ...), -1 for none
+  int code;                  // the enumerator it stands for (TavValType, TavAccType ...), -1 for none;
+                             // for a legacy option, the WordKind of the words it takes
   std::string_view meaning;  // one line for people
   unsigned peers;            // bit v set when a peer of version v (1..3) takes it
   unsigned places;           // value types: the WordPlace bits of where validation takes it; 0 for other words

@@ -57,13 +57,21 @@ std::vector<Section> sections() {
   return result;
 }
 
+// " (read only)" for a word the writers never write, " (written only)" for
+// one the readers do not take.
+const char* direction(const Word& word) {
+  if (!word.written) return " (read only)";
+  if (!word.readable) return " (written only)";
+  return "";
+}
+
 void writeSection(std::ostream& out, const Section& section) {
   out << wordKindName(section.kind) << ":\n";
   std::size_t width = 0;
   for (const Word* word : section.words) width = std::max(width, word->text.size());
   for (const Word* word : section.words) {
     out << "  " << std::left << std::setw(static_cast<int>(width + 2)) << word->text << std::right << word->meaning
-        << '\n';
+        << direction(*word) << '\n';
   }
 }
 
@@ -76,9 +84,21 @@ Json wordJson(const Word& word) {
     if (word.takenBy(peer)) peers.push_back(static_cast<int>(peer));
   }
   entry["peers"] = peers;
-  if (word.code >= 0) entry["code"] = word.code;
-  // What a column of this type holds in the query interface.
+  entry["read"] = word.readable;
+  entry["written"] = word.written;
+  if (word.kind == WordKind::LegacyOption) {
+    // What a legacy option stands for is the kind of word that follows it.
+    if (word.code >= 0) entry["takes"] = jsonKey(static_cast<WordKind>(word.code));
+  } else if (word.code >= 0) {
+    entry["code"] = word.code;
+  }
   if (word.kind == WordKind::ValueType) {
+    Json places = Json::array();
+    if (word.places & lytFilterParser::PLACE_FILTER) places.push_back("filter");
+    if (word.places & lytFilterParser::PLACE_KEY) places.push_back("key");
+    if (word.places & lytFilterParser::PLACE_VALUE) places.push_back("value");
+    entry["places"] = places;
+    // What a column of this type holds in the query interface.
     entry["kovaType"] = static_cast<int>(lytFilterParser::getKovaType(static_cast<TavValType>(word.code)));
   }
   return entry;

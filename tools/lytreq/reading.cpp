@@ -96,29 +96,17 @@ bool startsWith(const std::string& token, std::string_view prefix) {
   return token.compare(0, prefix.size(), prefix) == 0;
 }
 
-// The legacy option whose argument is a word of `kind`: the kind's name
-// quotes it, as in "legacy value (-y)".
+// The legacy option whose argument is a word of `kind`.
 const Word* optionTaking(WordKind kind) {
-  const std::string_view name = lytFilterParser::wordKindName(kind);
   for (const Word& word : vocabulary()) {
-    if (word.kind == WordKind::LegacyOption &&
-        name.find("(" + std::string(word.text) + ")") != std::string_view::npos) {
-      return &word;
-    }
+    if (word.kind == WordKind::LegacyOption && word.code == static_cast<int>(kind)) return &word;
   }
   return nullptr;
 }
 
-// The reader refuses the letters it only writes; the vocabulary says so in
-// their meaning.
-bool isWrittenOnly(const Word& word) {
-  const std::string_view marker = "written only";
-  return word.meaning.size() >= marker.size() && word.meaning.substr(word.meaning.size() - marker.size()) == marker;
-}
-
 bool takes(const ArgumentFault& fault, const std::string& argument) {
   for (const Word& word : vocabulary()) {
-    if (word.kind != fault.kind || isWrittenOnly(word)) continue;
+    if (word.kind != fault.kind || !word.readable) continue;
     if (fault.firstCharacter ? startsWith(argument, word.text) : argument == word.text) return true;
   }
   return false;

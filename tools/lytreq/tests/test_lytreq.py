@@ -305,22 +305,24 @@ expect_true("keywords.sections", len(sections) == len(keywords) and list(keyword
 for (heading, lines), key in zip(sections, word_keys):
     words = keywords[key]
     well_formed = words and all(
-        isinstance(w, dict) and set(w) <= {"text", "meaning", "peers", "code", "kovaType"} and w.get("text")
+        isinstance(w, dict) and set(w) <= {"text", "meaning", "peers", "code", "kovaType", "read", "written", "places",
+                                           "takes"} and w.get("text")
         and w.get("meaning") and w.get("peers") and w["peers"] == sorted(set(w["peers"]))
         and set(w["peers"]) <= {1, 2, 3} and w.get("code", 0) >= 0 for w in words)
     expect_true("keywords.json.fields." + key, well_formed, repr(words))
     if well_formed:
         width = max(len(w["text"]) for w in words) + 2
-        expected = ["  " + w["text"].ljust(width) + w["meaning"] for w in words]
+        marks = lambda w: " (read only)" if not w["written"] else " (written only)" if not w["read"] else ""
+        expected = ["  " + w["text"].ljust(width) + w["meaning"] + marks(w) for w in words]
         expect_true("keywords.text." + key, heading.endswith(":") and lines == expected,
                     "%s\n  expected %r\n  actual   %r" % (heading, expected, lines))
 
 # Scripts read the words by these fields: one word each, with what a script relies on.
 KEYWORD_FIELDS = [
     # (field, word, fields it must have; "code": None for none)
-    ("options", "-f", {"peers": [1, 2, 3]}),
+    ("options", "-f", {"peers": [1, 2, 3], "code": None}),
     ("valueTypes", "wb", {"code": 12, "kovaType": 30, "peers": [1, 2, 3]}),
-    ("valueTypes", "telNumber", {"code": 8, "kovaType": 17, "peers": [3]}),
+    ("valueTypes", "telNumber", {"code": 8, "kovaType": 17, "peers": [3], "written": False, "places": ["key"]}),
     ("valueTypes", "ab", {"code": 11, "peers": [3]}),
     ("filterOperators", "or", {"code": 1}),
     ("negations", "NOT", {}),
@@ -333,7 +335,8 @@ KEYWORD_FIELDS = [
     ("sortOptions", "updates=", {}),
     ("vlWords", "vl", {"code": None}),
     ("vlWords", "application", {"peers": [3]}),
-    ("legacyOptions", "-y", {"peers": [1, 2]}),
+    ("legacyOptions", "-y", {"peers": [1, 2], "takes": "legacyValues"}),
+    ("legacyOptions", "-filter", {"read": False}),
     ("legacyGroups", "topqsrule", {}),
     ("legacyValues", "C", {}),
     ("legacyAggregation", "i", {}),
