@@ -24,7 +24,7 @@ LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::
   TextTokens::iterator cur = tokens.begin();
   if (cur == tokens.end()) return nullptr;
   try {
-    if (*cur == lytFilterParser::detail::virtualLinkWord()) {
+    if (*cur == lytFilterParser::detail::kVirtualLinkWord) {
       ++cur;
       std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
       Reader::virtualLink(*request, tokens, cur);

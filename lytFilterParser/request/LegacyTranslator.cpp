@@ -149,7 +149,7 @@ class Translation {
     if (cur == end) fail(fault);
     const bool negated = *cur == legacyNegationFlag(true);
     ++cur;
-    if (negated) emit(negationWords()[0].text);
+    if (negated) emit(kNegationWords[0].text);
   }
 
   void take() {

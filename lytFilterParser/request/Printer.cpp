@@ -52,7 +52,7 @@ void write(Writer& out, const TavEntityArray& entities) {
 }
 
 std::string_view directionWord(TavFilterDirType direction) {
-  return direction == TAV_DIR_BOTH ? std::string_view() : wordOf<int>(directionWords(), direction);
+  return direction == TAV_DIR_BOTH ? std::string_view() : wordOf<int>(kDirections, direction);
 }
 
 void write(Writer& out, const InterfaceInfo& item) {
@@ -76,7 +76,7 @@ void write(Writer& out, const InterfaceInfoList& items) {
 
 void writeOption(Writer& out, RequestOption option) { out << optionWord(option) << ' '; }
 
-std::string_view negationWord() { return negationWords()[0].text; }
+std::string_view negationWord() { return kNegationWords[0].text; }
 
 // "-f TYPE not NAME ... " or "-f TYPE  NAME ... ", and one more blank.
 void write(Writer& out, const ContentFilter& filter) {
@@ -97,7 +97,7 @@ void write(Writer& out, const InterfaceAtomFilter& filter) {
 }
 
 std::string_view operatorWord(FilterOperator op) {
-  const std::string_view word = wordOf<FilterOperator>(filterOperators(), op);
+  const std::string_view word = wordOf<FilterOperator>(kFilterOperators, op);
   if (word.empty()) fail("dumpOperator:  not valid operator");
   return word;
 }
@@ -137,7 +137,7 @@ void write(Writer& out, const TavColumnFilter& filter) {
   const int values[COLUMN_OPTION_COUNT] = {filter.getDirection(), filter.getEncryptionMode(),
                                            filter.getCompressionMode(), filter.getCitrixPrintMode(),
                                            filter.getUrlMode()};
-  const Rows<ColumnOption> options = columnOptions();
+  const Rows<ColumnOption> options = kColumnOptions;
   for (std::size_t o = 0; o < options.size(); ++o) {
     if (values[o] == options[o].unrestricted) continue;
     const std::string_view word = wordOf<int>(options[o].values, values[o]);
@@ -176,9 +176,9 @@ void writeSort(Writer& out, const NetworkKovaRequest& request) {
     writeOption(out, OPTION_SORT);
     out << word << ' ';
   }
-  if (request.getValues().size() > 1) out << sortOptions()[SORT_INDEX].text << request.getSortIndex() << ' ';
+  if (request.getValues().size() > 1) out << kSortOptions[SORT_INDEX].text << request.getSortIndex() << ' ';
   if (request.getMaxUpdates() != NetworkKovaRequest::defaultMaxUpdates) {
-    out << sortOptions()[SORT_UPDATES].text << request.getMaxUpdates() << ' ';
+    out << kSortOptions[SORT_UPDATES].text << request.getMaxUpdates() << ' ';
   }
 }
 
@@ -392,17 +392,17 @@ std::string NetworkKovaRequest::dump(TavVersion version) const {
 
 std::string E2EKovaRequest::dumpDataType() const {
   return std::string(
-      lytFilterParser::detail::wordOf<tLytpE2eDataType>(lytFilterParser::detail::dataTypes(), dataType));
+      lytFilterParser::detail::wordOf<tLytpE2eDataType>(lytFilterParser::detail::kDataTypes, dataType));
 }
 
 std::string E2EKovaRequest::dump() const {
   std::string out;
   out.reserve(vlName.size() + 18);
-  out += lytFilterParser::detail::virtualLinkWord();
+  out += lytFilterParser::detail::kVirtualLinkWord;
   out += ' ';
   out += vlName;
   out += ' ';
-  out += lytFilterParser::detail::dataTypeOption();
+  out += lytFilterParser::detail::kDataTypeOption;
   out += ' ';
   out += dumpDataType();
   return out;

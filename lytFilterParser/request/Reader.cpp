@@ -183,7 +183,7 @@ void Reader::compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int dep
 template <class Tokens>
 void Reader::filterOperator(Filter& filter, Tokens& tokens, Iter<Tokens>& cur) {
   const std::string_view token = cur == tokens.end() ? std::string_view() : std::string_view(*cur);
-  const FilterOperator* op = codeOf<FilterOperator>(filterOperators(), token);
+  const FilterOperator* op = codeOf<FilterOperator>(kFilterOperators, token);
   if (op == nullptr) fail(message("Not a valid operator: ", token));
   filter.filterOperator = *op;
   ++cur;
@@ -322,9 +322,9 @@ void Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::s
   while (cur != tokens.end()) {
     const std::string_view token = *cur;
     if (firstChar(token) == '-') break;
-    if (containsWord(token, accumulationName())) {
+    if (containsWord(token, kAccumulationName)) {
       accumulation(column, tokens, cur);
-    } else if (containsWord(token, sortColumnName())) {
+    } else if (containsWord(token, kSortColumnName)) {
       sortOption.assign(token.data(), token.size());
       ++cur;
     } else if (token.find('=') != std::string_view::npos) {
@@ -344,7 +344,7 @@ template <class Tokens>
 void Reader::accumulation(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) fail(kNoType);
   const std::string_view token = *cur;
-  const TavAccType* acc = codeOf<TavAccType>(accumulationModes(), token);
+  const TavAccType* acc = codeOf<TavAccType>(kAccumulationModes, token);
   if (acc == nullptr) fail(message("Invalid accumulation mode: ", token));
   column.accType = *acc;
   ++cur;
@@ -356,7 +356,7 @@ void Reader::columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>&
   const std::string_view token = *cur;
   int* const fields[COLUMN_OPTION_COUNT] = {&filter.direction, &filter.encryptionMode, &filter.compressionMode,
                                             &filter.citrixPrintMode, &filter.urlMode};
-  const Rows<ColumnOption> options = columnOptions();
+  const Rows<ColumnOption> options = kColumnOptions;
   for (std::size_t o = 0; o < options.size(); ++o) {
     const ColumnOption& option = options[o];
     if (!containsOptionName(token, option.name)) continue;
@@ -376,13 +376,13 @@ template <class Tokens>
 void Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) fail("Sort type expected");
   const std::string_view word = *cur;
-  const TavSortType* type = codeOf<TavSortType>(sortTypes(), word);
+  const TavSortType* type = codeOf<TavSortType>(kSortTypes, word);
   if (type == nullptr) fail(message("Invalid sort type: ", word));
   request.sortType = *type;
   ++cur;
   request.sortIndex = 1;
   request.maxUpdates = NetworkKovaRequest::defaultMaxUpdates;
-  const Rows<Word<SortOption>> options = sortOptions();
+  const Rows<Word<SortOption>> options = kSortOptions;
   const std::string_view index = options[SORT_INDEX].text;
   const std::string_view updates = options[SORT_UPDATES].text;
   for (; cur != tokens.end() && firstChar(*cur) != '-'; ++cur) {
@@ -414,7 +414,7 @@ void Reader::virtualLink(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
 
 template <class Tokens>
 void Reader::virtualLinkOptions(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
-  const std::string_view option = dataTypeOption();
+  const std::string_view option = kDataTypeOption;
   for (; cur != tokens.end(); ++cur) {
     // The option counts where a token's first "-" starts it.
     const std::string_view token = *cur;
@@ -430,7 +430,7 @@ template <class Tokens>
 void Reader::dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) fail("No data after direction argument");
   const char first = firstChar(*cur);
-  for (const Word<tLytpE2eDataType>& type : dataTypes()) {
+  for (const Word<tLytpE2eDataType>& type : kDataTypes) {
     if (first == type.text[0]) {
       request.dataType = type.code;
       return;
@@ -529,9 +529,9 @@ void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) { Reader::sort
 
 TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
   // "sort=" and a sort type; anything else is no sort.
-  const std::string_view prefix = lytFilterParser::detail::sortColumnPrefix();
+  const std::string_view prefix = lytFilterParser::detail::kSortColumnPrefix;
   if (option.compare(0, prefix.size(), prefix) != 0) return TAV_SORT_NONE;
-  const TavSortType* type = lytFilterParser::detail::codeOf<TavSortType>(lytFilterParser::detail::sortTypes(),
+  const TavSortType* type = lytFilterParser::detail::codeOf<TavSortType>(lytFilterParser::detail::kSortTypes,
                                                                          std::string_view(option).substr(prefix.size()));
   return type != nullptr ? *type : TAV_SORT_NONE;
 }

@@ -33,10 +33,10 @@ class Builder {
     return texts.back();
   }
   // Every word of `table`; where several stand for one code, only the first is written.
-  template <class Code>
-  void addAll(Rows<detail::Word<Code>> table, WordKind kind, unsigned peers) {
+  template <class Code, std::size_t N>
+  void addAll(const detail::Word<Code> (&table)[N], WordKind kind, unsigned peers) {
     for (const detail::Word<Code>& word : table) {
-      const bool written = detail::wordOf<Code>(table, word.code) == word.text;
+      const bool written = detail::wordOf<Code>(Rows<detail::Word<Code>>(table), word.code) == word.text;
       add(word.text, kind, static_cast<int>(word.code), word.meaning, peers, true, written);
     }
   }
@@ -64,45 +64,45 @@ unsigned valueTypePlaces(const detail::ValueTypeRow& row) {
 }
 
 void addCurrentSyntax(Builder& list) {
-  for (const detail::Word<detail::RequestOption>& option : detail::requestOptions()) {
+  for (const detail::Word<detail::RequestOption>& option : detail::kRequestOptions) {
     list.add(option.text, WordKind::Option, -1, option.meaning, kAllPeers);
   }
   for (const detail::ValueTypeRow& row : detail::valueTypeRows()) {
     list.add(row.keyword, WordKind::ValueType, row.type, row.meaning, valueTypePeers(row), true, row.written,
              valueTypePlaces(row));
   }
-  list.addAll(detail::filterOperators(), WordKind::FilterOperator, kAllPeers);
-  list.addAll(detail::negationWords(), WordKind::Negation, kAllPeers);
+  list.addAll(detail::kFilterOperators, WordKind::FilterOperator, kAllPeers);
+  list.addAll(detail::kNegationWords, WordKind::Negation, kAllPeers);
   list.add(list.keep(std::string(1, detail::kOpenBracket)), WordKind::Bracket, -1,
            "opens the children of a compound filter", kAllPeers);
   list.add(list.keep(std::string(1, detail::kCloseBracket)), WordKind::Bracket, -1, "closes them", kAllPeers);
-  for (const detail::Word<int>& word : detail::directionWords()) {
+  for (const detail::Word<int>& word : detail::kDirections) {
     if (word.code == TAV_DIR_BOTH) continue;  // an item without a direction is both
     list.add(list.keep(detail::kDirectionSeparator + std::string(word.text)), WordKind::InterfaceDirection, word.code,
              word.meaning, kAllPeers);
   }
-  list.addAll(detail::accumulationModes(), WordKind::AccumulationMode, kAllPeers);
-  for (const detail::ColumnOption& option : detail::columnOptions()) {
+  list.addAll(detail::kAccumulationModes, WordKind::AccumulationMode, kAllPeers);
+  for (const detail::ColumnOption& option : detail::kColumnOptions) {
     for (const detail::Word<int>& value : option.values) {
       list.add(list.keep(std::string(option.name) + std::string(value.text)), WordKind::ColumnOption, value.code,
                list.keep(std::string(option.meaning) + ": " + std::string(value.meaning)), kAllPeers, true,
                value.code != option.unrestricted);
     }
   }
-  for (const detail::Word<TavSortType>& type : detail::sortTypes()) {
+  for (const detail::Word<TavSortType>& type : detail::kSortTypes) {
     if (type.code == TAV_SORT_NONE) continue;  // any other word after "sort=" is no sort
-    list.add(list.keep(std::string(detail::sortColumnPrefix()) + std::string(type.text)), WordKind::SortInColumn,
+    list.add(list.keep(std::string(detail::kSortColumnPrefix) + std::string(type.text)), WordKind::SortInColumn,
              type.code, list.keep("sort the view by this value column, " + std::string(type.meaning)), kAllPeers,
              true, false);
   }
-  for (const detail::Word<TavSortType>& type : detail::sortTypes()) {
+  for (const detail::Word<TavSortType>& type : detail::kSortTypes) {
     list.add(type.text, WordKind::SortType, type.code, type.meaning, kAllPeers, true, type.code != TAV_SORT_NONE);
   }
-  list.addAll(detail::sortOptions(), WordKind::SortOption, kAllPeers);
-  list.add(detail::virtualLinkWord(), WordKind::VirtualLink, -1, "end-to-end request: vl NAME [-t TYPE]", kCurrentPeer);
-  list.add(detail::dataTypeOption(), WordKind::VirtualLink, -1, "the data type of the virtual link's counters",
+  list.addAll(detail::kSortOptions, WordKind::SortOption, kAllPeers);
+  list.add(detail::kVirtualLinkWord, WordKind::VirtualLink, -1, "end-to-end request: vl NAME [-t TYPE]", kCurrentPeer);
+  list.add(detail::kDataTypeOption, WordKind::VirtualLink, -1, "the data type of the virtual link's counters",
            kCurrentPeer);
-  list.addAll(detail::dataTypes(), WordKind::VirtualLink, kCurrentPeer);
+  list.addAll(detail::kDataTypes, WordKind::VirtualLink, kCurrentPeer);
 }
 
 void addLegacySyntax(Builder& list) {
