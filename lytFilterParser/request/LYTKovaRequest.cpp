@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
@@ -17,26 +18,24 @@ void LYTKovaRequest::fillFilterList(strList& tokens, const std::string& text) {
 }
 
 LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::string& error) {
-  // Read in place: no token list is built, the text is only looked at.
-  using lytFilterParser::detail::Reader;
+  // Read in place: no token list is built, the text is only looked at. The
+  // reader reports a fault by its result, so a refused request throws
+  // nothing here.
   using lytFilterParser::detail::TextTokens;
   TextTokens tokens(text);
   TextTokens::iterator cur = tokens.begin();
   if (cur == tokens.end()) return nullptr;
-  try {
-    if (*cur == lytFilterParser::detail::kVirtualLinkWord) {
-      ++cur;
-      std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
-      Reader::virtualLink(*request, tokens, cur);
-      return request.release();
-    }
+  lytFilterParser::detail::Reader reader;
+  if (*cur == lytFilterParser::detail::kVirtualLinkWord) {
+    ++cur;
+    std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
+    if (reader.virtualLink(*request, tokens, cur)) return request.release();
+  } else {
     std::unique_ptr<NetworkKovaRequest> request(new NetworkKovaRequest());
-    Reader::request(*request, tokens, cur);
-    return request.release();
-  } catch (const std::string& message) {
-    error = message;
-    return nullptr;
+    if (reader.request(*request, tokens, cur)) return request.release();
   }
+  error = std::move(reader.fault);
+  return nullptr;
 }
 
 std::string LYTKovaRequest::convert(const std::string& text, TavVersion version, std::string& error) {
@@ -46,16 +45,13 @@ std::string LYTKovaRequest::convert(const std::string& text, TavVersion version,
   // Only messages from reading go to `error`; one thrown while writing
   // reaches the caller, after the request (which lives only for this call)
   // is gone.
-  bool read = false;
-  try {
-    NetworkKovaRequest request;
-    lytFilterParser::detail::Reader::legacyRequest(request, tokens, version);
-    read = true;
-    result = request.dump();
-  } catch (const std::string& message) {
-    if (read) throw;
-    error = message;
+  lytFilterParser::detail::Reader reader;
+  NetworkKovaRequest request;
+  if (!reader.legacyRequest(request, tokens, version)) {
+    error = std::move(reader.fault);
+    return result;
   }
+  result = request.dump();
   return result;
 }
 

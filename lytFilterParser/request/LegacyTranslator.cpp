@@ -15,141 +15,146 @@ namespace detail {
 namespace {
 
 // The translation of one token sequence: a cursor over the legacy tokens
-// and the words written so far. Each option has one step; a step starts
-// on the option's token and leaves the cursor on the next token to look at.
+// and the words written so far. Each option has one step; a step starts on
+// the option's token, leaves the cursor on the next token to look at, and
+// returns false after a fault.
 template <class Tokens>
 class Translation {
  public:
-  Translation(Tokens& tokens, WordTokens& out) : cur(tokens.begin()), end(tokens.end()), out(out) {}
+  Translation(Tokens& tokens, WordTokens& out, std::string& fault)
+      : cur(tokens.begin()), end(tokens.end()), out(out), fault(fault) {}
 
-  void run() {
-    while (cur != end) {
+  bool run() {
+    while (cur != end && !stopped) {
       const std::string_view token = *cur;
       const char option = token.size() >= 2 && token[0] == '-' ? token[1] : '\0';
+      bool read = true;
       if (option == LEGACY_VALUE) {
-        value();
+        read = value();
       } else if (option == LEGACY_GROUP) {
-        if (!group()) break;
+        read = group();
       } else if (option == LEGACY_AGGREGATE) {
-        // "-a" takes its letter, or looks at the next word as a filter word only.
-        if (!aggregate()) {
-          if (cur == end) break;
-          if (!filter()) ++cur;
-        }
-      } else if (!filter()) {
-        ++cur;
+        read = aggregate();
+      } else {
+        read = filterOrSkip();
       }
+      if (!read) return false;
     }
     if (!valueGiven) {
       emit(optionWord(OPTION_VALUE));
-      emit(valueTypeKeyword(TAV_WB));
+      emit(kValueTypes[TAV_WB].keyword);
     }
+    return true;
   }
 
  private:
   // "-y LETTER": the value column, by the letter's first character.
-  void value() {
+  bool value() {
     ++cur;
     emit(optionWord(OPTION_VALUE));
-    if (cur == end) fail("Invalid value type");
+    if (cur == end) return refuse("Invalid value type");
     const LegacyValue* row = legacyValueRead(firstChar(*cur));
-    if (row == nullptr) fail("Invalid value type");
-    emit(valueTypeKeyword(static_cast<TavValType>(row->type)));
+    if (row == nullptr) return refuse("Invalid value type");
+    emit(kValueTypes[row->type].keyword);
     if (row->acc >= 0) emit(accumulationWord(static_cast<TavAccType>(row->acc)));
     valueGiven = true;
     ++cur;
+    return true;
   }
 
   // "-g WORD": the key column, and sort top for the "top" words. After a
-  // plain word the rest of the line is taken as it stands: returns false.
+  // plain word the rest of the line is taken as it stands.
   bool group() {
     ++cur;
     emit(optionWord(OPTION_KEY));
-    if (cur == end) fail("Invalid key type");
+    if (cur == end) return refuse("Invalid key type");
     const LegacyGroup* row = legacyGroup(*cur);
-    if (row == nullptr) fail("Invalid key type");
+    if (row == nullptr) return refuse("Invalid key type");
     ++cur;
-    emit(valueTypeKeyword(row->keyType));
+    emit(kValueTypes[row->keyType].keyword);
     if (row->top) {
       emit(optionWord(OPTION_SORT));
       emit(sortTypeWord(TAV_SORT_TOP));
       return true;
     }
     while (cur != end) take();
-    return false;
+    stopped = true;
+    return true;
   }
 
   // "-a LETTER": a connection-id key for its letter. Anything else after
-  // "-a" is left under the cursor: returns false.
+  // "-a" is looked at as a filter word only; "-a" at the end ends the line.
   bool aggregate() {
     ++cur;
-    if (cur == end) return false;
+    if (cur == end) {
+      stopped = true;
+      return true;
+    }
     for (const Word<int>& letter : legacyAggregates()) {
       if (letter.code >= 0 && firstChar(*cur) == letter.text[0]) {
         ++cur;
         emit(optionWord(OPTION_KEY));
-        emit(valueTypeKeyword(static_cast<TavValType>(letter.code)));
+        emit(kValueTypes[letter.code].keyword);
         return true;
       }
     }
-    return false;
+    return filterOrSkip();
   }
 
-  // A filter word and its list; false when the word is none.
-  bool filter() {
-    if (*cur == valueTypeKeyword(TAV_INTERFACE)) {
-      interfaceFilter();
-      return true;
-    }
+  // A filter word and its list; any other word is skipped.
+  bool filterOrSkip() {
+    if (*cur == kValueTypes[TAV_INTERFACE].keyword) return interfaceFilter();
     const std::string_view word = *cur;
-    for (const ValueTypeRow& row : valueTypeRows()) {
-      if ((row.places & kLegacyFilter) && word == row.keyword) {
-        contentFilter();
-        return true;
-      }
+    for (const ValueTypeRow& row : kValueTypes) {
+      if ((row.places & kLegacyFilter) && word == row.keyword) return contentFilter();
     }
-    return false;
+    ++cur;
+    return true;
   }
 
   // "TYPE FLAG [ NAME... ]": "-f TYPE [not] NAME...".
-  void contentFilter() {
+  bool contentFilter() {
     emit(optionWord(OPTION_FILTER));
     take();
-    negation("Invalid filter");
-    if (cur == end) fail("Invalid filter");
+    if (!negation("Invalid filter")) return false;
+    if (cur == end) return refuse("Invalid filter");
     ++cur;  // the "["
     while (cur != end && !isChar(*cur, kCloseBracket)) take();
-    if (cur == end) fail("Invalid filter");
+    if (cur == end) return refuse("Invalid filter");
     ++cur;
+    return true;
   }
 
   // "interface FLAG [ [ NAME DIRECTION ]": "-f interface [not] NAME,DIRECTION".
-  void interfaceFilter() {
+  bool interfaceFilter() {
+    constexpr const char* kFault = "Invalid interface filter";
     ++cur;
     emit(optionWord(OPTION_FILTER));
-    emit(valueTypeKeyword(TAV_INTERFACE));
-    negation("Invalid interface filter");
-    if (cur == end) fail("Invalid interface filter");
+    emit(kValueTypes[TAV_INTERFACE].keyword);
+    if (!negation(kFault)) return false;
+    if (cur == end) return refuse(kFault);
     ++cur;  // the "["
-    if (cur == end) fail("Invalid interface filter");
+    if (cur == end) return refuse(kFault);
     if (isChar(*cur, kOpenBracket)) {
       ++cur;
-      if (cur == end) fail("Invalid interface filter");
+      if (cur == end) return refuse(kFault);
     }
     std::string item(*cur);
     ++cur;
-    if (cur == end) fail("Invalid interface filter");
+    if (cur == end) return refuse(kFault);
     item.append(1, kDirectionSeparator).append(*cur);
     ++cur;
     out.push_back(std::move(item));
+    return true;
   }
 
   // The legacy negation flag: "1" writes "not".
-  void negation(const char* fault) {
-    if (cur == end) fail(fault);
+  bool negation(const char* faultText) {
+    if (cur == end) return refuse(faultText);
     const bool negated = *cur == legacyNegationFlag(true);
     ++cur;
     if (negated) emit(kNegationWords[0].text);
+    return true;
   }
 
   void take() {
@@ -157,22 +162,28 @@ class Translation {
     ++cur;
   }
   void emit(std::string_view word) { out.push_back(word); }
+  bool refuse(const char* message) {
+    fault.assign(message);
+    return false;
+  }
 
   typename Tokens::iterator cur;
   const typename Tokens::iterator end;
   WordTokens& out;
+  std::string& fault;
   bool valueGiven = false;
+  bool stopped = false;  // the rest of the line was taken as it stands
 };
 
 }  // namespace
 
 template <class Tokens>
-void translateLegacy(Tokens& tokens, WordTokens& out) {
-  Translation<Tokens>(tokens, out).run();
+bool translateLegacy(Tokens& tokens, WordTokens& out, std::string& fault) {
+  return Translation<Tokens>(tokens, out, fault).run();
 }
 
-template void translateLegacy<strList>(strList&, WordTokens&);
-template void translateLegacy<TextTokens>(TextTokens&, WordTokens&);
+template bool translateLegacy<strList>(strList&, WordTokens&, std::string&);
+template bool translateLegacy<TextTokens>(TextTokens&, WordTokens&, std::string&);
 
 }  // namespace detail
 }  // namespace lytFilterParser

@@ -4,6 +4,8 @@
 #ifndef LYTFILTERPARSER_REQUEST_LEGACYTRANSLATOR_H
 #define LYTFILTERPARSER_REQUEST_LEGACYTRANSLATOR_H
 
+#include <string>
+
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/detail/TokenSequence.h"
 
@@ -12,12 +14,12 @@ namespace detail {
 
 // Appends the translation of `tokens` to `out`: views of the tokens that
 // pass through (which must outlive `out`), vocabulary words, and the
-// interface items it composes. Words it does not know are skipped. Throws
-// "Invalid value type", "Invalid key type", "Invalid interface filter" or
-// "Invalid filter" for an option or filter that ends early or names no
-// legacy word. Defined for strList and TextTokens.
+// interface items it composes. Words it does not know are skipped. Returns
+// false with "Invalid value type", "Invalid key type", "Invalid interface
+// filter" or "Invalid filter" in `fault` for an option or filter that ends
+// early or names no legacy word. Defined for strList and TextTokens.
 template <class Tokens>
-LFP_HIDDEN void translateLegacy(Tokens& tokens, WordTokens& out);
+LFP_HIDDEN bool translateLegacy(Tokens& tokens, WordTokens& out, std::string& fault);
 
 }  // namespace detail
 }  // namespace lytFilterParser

@@ -39,7 +39,6 @@
 #include "lytFilterParser/filter/ContentFilter.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/Filter.h"
-#include "lytFilterParser/filter/FilterVisit.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 #include "lytFilterParser/filter/InterfaceInfo.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
@@ -53,41 +52,59 @@ namespace detail {
 
 namespace {
 
-constexpr const char* kNoType = "Expected type at this point but there is no data";
+constexpr std::string_view kNoType = "Expected type at this point but there is no data";
 
 // Ends a run of entities or interface items.
 bool endsItems(std::string_view token) { return firstChar(token) == '-' || isChar(token, kCloseBracket); }
 
 }  // namespace
 
+bool Reader::refuse(std::string_view message) {
+  fault.assign(message.data(), message.size());
+  return false;
+}
+
+bool Reader::refuse(std::string_view head, std::string_view token) {
+  fault.reserve(head.size() + token.size());
+  fault.assign(head.data(), head.size());
+  fault.append(token.data(), token.size());
+  return false;
+}
+
+void Reader::raiseUnless(bool read) {
+  if (!read) fail(std::move(fault));
+}
+
 // ---------------------------------------------------------------------------
 // request
 // ---------------------------------------------------------------------------
 
 template <class Tokens>
-void Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
+bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
   // Where the bare atom lists read so far end: the first option that is not
   // "-f". Nothing but this loop reads past it, so it holds until the loop
   // takes another option.
   std::optional<Iter<Tokens>> listEnd;
   while (cur != tokens.end()) {
     const std::string_view option = *cur;
-    if (option.size() != 2 || option[0] != '-') fail(message("Invalid option: ", option));
+    if (option.size() != 2 || option[0] != '-') return refuse("Invalid option: ", option);
     if (option[1] != OPTION_FILTER) listEnd.reset();
+    bool read = true;
     switch (option[1]) {
       case OPTION_KEY: {
         ++cur;
         std::string ignoredSort;
         TavColumn key(TAV_KEY);
-        column(key, tokens, cur, ignoredSort);
-        request.keys.push_back(std::move(key));
+        read = column(key, tokens, cur, ignoredSort);
+        if (read) request.keys.push_back(std::move(key));
         break;
       }
       case OPTION_VALUE: {
         ++cur;
         std::string sortOption;
         TavColumn value(TAV_VALUE);
-        column(value, tokens, cur, sortOption);
+        read = column(value, tokens, cur, sortOption);
+        if (!read) break;
         request.values.push_back(std::move(value));
         const TavSortType type = sortOption.empty() ? TAV_SORT_NONE : NetworkKovaRequest::getSortType(sortOption);
         if (type != TAV_SORT_NONE) {
@@ -98,32 +115,33 @@ void Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
       }
       case OPTION_SORT:
         ++cur;
-        sort(request, tokens, cur);
+        read = sort(request, tokens, cur);
         break;
       case OPTION_FILTER:
         ++cur;
-        filterOption(request, tokens, cur, listEnd);
+        read = filterOption(request, tokens, cur, listEnd);
         break;
       default:
-        fail(message("Invalid option: ", option));
+        return refuse("Invalid option: ", option);
     }
+    if (!read) return false;
   }
+  return true;
 }
 
 template <class Tokens>
-void Reader::legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersion version) {
+bool Reader::legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersion version) {
   const unsigned peer = static_cast<unsigned>(version);
   if (peer == TAV_VERSION_CURRENT) {
     Iter<Tokens> cur = tokens.begin();
-    Reader::request(request, tokens, cur);
-    return;
+    return Reader::request(request, tokens, cur);
   }
-  if (peer > TAV_VERSION_CURRENT) fail("NetworkKovaRequest: Invalid version");
-  if (peer == TAV_VERSION_UNSUPPORTED) return;
+  if (peer > TAV_VERSION_CURRENT) return refuse("NetworkKovaRequest: Invalid version");
+  if (peer == TAV_VERSION_UNSUPPORTED) return true;
   WordTokens translated;
-  translateLegacy(tokens, translated);
+  if (!translateLegacy(tokens, translated, fault)) return false;
   WordTokens::iterator cur = translated.begin();
-  Reader::request(request, translated, cur);
+  return Reader::request(request, translated, cur);
 }
 
 // ---------------------------------------------------------------------------
@@ -131,13 +149,10 @@ void Reader::legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersi
 // ---------------------------------------------------------------------------
 
 template <class Tokens>
-void Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
+bool Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
                           std::optional<Iter<Tokens>>& listEnd) {
-  if (cur == tokens.end()) fail(kNoType);
-  if (isOperatorWord(*cur)) {
-    compound(request.filter, tokens, cur, 0);
-    return;
-  }
+  if (cur == tokens.end()) return refuse(kNoType);
+  if (isOperatorWord(*cur)) return compound(request.filter, tokens, cur);
   // A bare atom list: "-f A ... -f B ..." is read as "-f and [ -f A ... -f B ... ]",
   // one conjunction of every consecutive atom. Only the closing "]" goes into
   // the list, before the first option that is not "-f": the readers of the
@@ -166,61 +181,102 @@ void Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Toke
   // one under the cursor.
   Filter& root = request.filter;
   root.filterOperator = FILTER_AND;
+  std::unique_ptr<AtomFilter> first = atom(tokens, cur);
+  if (!first) return false;
   if (root.children.capacity() == 0) root.children.reserve(4);
-  root.children.push_back(atom(tokens, cur));
-  children(root, tokens, cur, 0, true);
+  root.children.push_back(std::move(first));
+  return children(root, tokens, cur, true);
 }
 
 template <class Tokens>
-void Reader::compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth) {
-  checkNesting(depth);
-  filterOperator(filter, tokens, cur);
+bool Reader::compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur) {
+  if (!filterOperator(filter, tokens, cur)) return false;
   const bool bracketed = cur != tokens.end() && isChar(*cur, kOpenBracket);
   if (bracketed) ++cur;
-  children(filter, tokens, cur, depth, bracketed);
+  return children(filter, tokens, cur, bracketed);
 }
 
 template <class Tokens>
-void Reader::filterOperator(Filter& filter, Tokens& tokens, Iter<Tokens>& cur) {
+bool Reader::filterOperator(Filter& filter, Tokens& tokens, Iter<Tokens>& cur) {
   const std::string_view token = cur == tokens.end() ? std::string_view() : std::string_view(*cur);
   const FilterOperator* op = codeOf<FilterOperator>(kFilterOperators, token);
-  if (op == nullptr) fail(message("Not a valid operator: ", token));
+  if (op == nullptr) return refuse("Not a valid operator: ", token);
   filter.filterOperator = *op;
   ++cur;
+  return true;
 }
 
+namespace {
+
+// A compound filter being read: its owner until it is complete and goes to
+// its parent (nullptr for the one the caller gave), and whether it ends at a "]".
+struct OpenFilter {
+  std::unique_ptr<Filter> owner;
+  Filter* filter;
+  bool bracketed;
+};
+
+}  // namespace
+
 template <class Tokens>
-void Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth, bool bracketed) {
-  while (cur != tokens.end() && isOption(*cur, OPTION_FILTER)) {
-    ++cur;
-    // Most compound filters hold two or a few children: one allocation for them.
-    if (filter.children.capacity() == 0) filter.children.reserve(4);
-    if (cur != tokens.end() && isOperatorWord(*cur)) {
-      std::unique_ptr<Filter> inner(new Filter());
-      compound(*inner, tokens, cur, depth + 1);
-      filter.children.push_back(std::move(inner));
-    } else {
-      filter.children.push_back(atom(tokens, cur));
+bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool bracketed) {
+  // The compound filters still open stand on a stack of their own, not on
+  // frames of this function. A complete filter joins its parent only then,
+  // so a fault leaves the parent as far as it was read. Nesting is limited
+  // because the writers and the tree's other walks still recurse.
+  OpenFilter open{nullptr, &filter, bracketed};
+  std::vector<OpenFilter> outer;
+  for (;;) {
+    if (cur != tokens.end() && isOption(*cur, OPTION_FILTER)) {
+      ++cur;
+      // Most compound filters hold two or a few children: one allocation for them.
+      if (open.filter->children.capacity() == 0) open.filter->children.reserve(4);
+      if (cur != tokens.end() && isOperatorWord(*cur)) {
+        if (outer.size() + 1 > static_cast<std::size_t>(Filter::maxNestingDepth)) {
+          return refuse("Filter nesting is deeper than the limit of " + std::to_string(Filter::maxNestingDepth) +
+                        " levels");
+        }
+        std::unique_ptr<Filter> inner(new Filter());
+        filterOperator(*inner, tokens, cur);
+        const bool innerBracketed = cur != tokens.end() && isChar(*cur, kOpenBracket);
+        if (innerBracketed) ++cur;
+        outer.push_back(std::move(open));
+        Filter* const raw = inner.get();
+        open = OpenFilter{std::move(inner), raw, innerBracketed};
+        continue;
+      }
+      std::unique_ptr<AtomFilter> child = atom(tokens, cur);
+      if (!child) return false;
+      open.filter->children.push_back(std::move(child));
+      continue;
     }
-  }
-  if (bracketed) {
-    if (cur == tokens.end()) fail("`]` expected");
-    const std::string_view token = *cur;
-    if (!isChar(token, kCloseBracket)) fail(message("`]` expected instead of: ", token));
-    ++cur;
+    if (open.bracketed) {
+      if (cur == tokens.end()) return refuse("`]` expected");
+      const std::string_view token = *cur;
+      if (!isChar(token, kCloseBracket)) return refuse("`]` expected instead of: ", token);
+      ++cur;
+    }
+    if (outer.empty()) return true;
+    std::unique_ptr<Filter> complete = std::move(open.owner);
+    open = std::move(outer.back());
+    outer.pop_back();
+    open.filter->children.push_back(std::move(complete));
   }
 }
 
 template <class Tokens>
 std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur) {
-  if (cur == tokens.end()) fail(kNoType);
-  if (*cur == valueTypeKeyword(TAV_INTERFACE)) {
+  if (cur == tokens.end()) {
+    refuse(kNoType);
+    return nullptr;
+  }
+  if (*cur == kValueTypes[TAV_INTERFACE].keyword) {
     std::unique_ptr<InterfaceAtomFilter> filter(new InterfaceAtomFilter(InterfaceInfoList(), false));
     interfaceFilter(*filter, tokens, cur);
     return filter;
   }
   std::unique_ptr<ContentFilter> filter(new ContentFilter(TAV_NO_TYPE, false, TavEntityArray()));
-  content(*filter, tokens, cur);
+  if (!content(*filter, tokens, cur)) return nullptr;
   return filter;
 }
 
@@ -231,12 +287,15 @@ void Reader::negation(AtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
 }
 
 template <class Tokens>
-void Reader::content(ContentFilterBase& filter, Tokens& tokens, Iter<Tokens>& cur) {
-  if (cur == tokens.end()) fail(kNoType);
-  filter.filterType = valueType(*cur);
+bool Reader::content(ContentFilterBase& filter, Tokens& tokens, Iter<Tokens>& cur) {
+  if (cur == tokens.end()) return refuse(kNoType);
+  const ValueTypeRow* type = findValueType(*cur);
+  if (type == nullptr) return refuse("Invalid type: ", *cur);
+  filter.filterType = type->type;
   ++cur;
   negation(filter, tokens, cur);
   entities(filter.entities, tokens, cur);
+  return true;
 }
 
 template <class Tokens>
@@ -315,20 +374,22 @@ bool containsWord(std::string_view token, std::string_view word) { return token.
 }  // namespace
 
 template <class Tokens>
-void Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::string& sortOption) {
-  if (cur == tokens.end()) fail(kNoType);
-  column.valueType = valueType(*cur);
+bool Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::string& sortOption) {
+  if (cur == tokens.end()) return refuse(kNoType);
+  const ValueTypeRow* type = findValueType(*cur);
+  if (type == nullptr) return refuse("Invalid type: ", *cur);
+  column.valueType = type->type;
   ++cur;
   while (cur != tokens.end()) {
     const std::string_view token = *cur;
     if (firstChar(token) == '-') break;
     if (containsWord(token, kAccumulationName)) {
-      accumulation(column, tokens, cur);
+      if (!accumulation(column, tokens, cur)) return false;
     } else if (containsWord(token, kSortColumnName)) {
       sortOption.assign(token.data(), token.size());
       ++cur;
     } else if (token.find('=') != std::string_view::npos) {
-      columnFilter(column.columnFilter, tokens, cur);
+      if (!columnFilter(column.columnFilter, tokens, cur)) return false;
     } else {
       entities(column.entities, tokens, cur);
       // A bracket that closes nothing here stays with the column as an entity.
@@ -338,53 +399,53 @@ void Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::s
       }
     }
   }
+  return true;
 }
 
 template <class Tokens>
-void Reader::accumulation(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur) {
-  if (cur == tokens.end()) fail(kNoType);
+bool Reader::accumulation(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur) {
+  if (cur == tokens.end()) return refuse(kNoType);
   const std::string_view token = *cur;
   const TavAccType* acc = codeOf<TavAccType>(kAccumulationModes, token);
-  if (acc == nullptr) fail(message("Invalid accumulation mode: ", token));
+  if (acc == nullptr) return refuse("Invalid accumulation mode: ", token);
   column.accType = *acc;
   ++cur;
+  return true;
 }
 
 template <class Tokens>
-void Reader::columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
-  if (cur == tokens.end()) fail("Error: Expected end of line");
+bool Reader::columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
+  if (cur == tokens.end()) return refuse("Error: Expected end of line");
   const std::string_view token = *cur;
   int* const fields[COLUMN_OPTION_COUNT] = {&filter.direction, &filter.encryptionMode, &filter.compressionMode,
                                             &filter.citrixPrintMode, &filter.urlMode};
-  const Rows<ColumnOption> options = kColumnOptions;
-  for (std::size_t o = 0; o < options.size(); ++o) {
-    const ColumnOption& option = options[o];
+  for (std::size_t o = 0; o < COLUMN_OPTION_COUNT; ++o) {
+    const ColumnOption& option = kColumnOptions[o];
     if (!containsOptionName(token, option.name)) continue;
     for (const Word<int>& value : option.values) {
       if (token.find(value.text, option.valueFrom) != std::string_view::npos) {
         *fields[o] = value.code;
         ++cur;
-        return;
+        return true;
       }
     }
-    fail(option.message);
+    return refuse(option.message);
   }
-  fail("Expected filter type");
+  return refuse("Expected filter type");
 }
 
 template <class Tokens>
-void Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
-  if (cur == tokens.end()) fail("Sort type expected");
+bool Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
+  if (cur == tokens.end()) return refuse("Sort type expected");
   const std::string_view word = *cur;
   const TavSortType* type = codeOf<TavSortType>(kSortTypes, word);
-  if (type == nullptr) fail(message("Invalid sort type: ", word));
+  if (type == nullptr) return refuse("Invalid sort type: ", word);
   request.sortType = *type;
   ++cur;
   request.sortIndex = 1;
   request.maxUpdates = NetworkKovaRequest::defaultMaxUpdates;
-  const Rows<Word<SortOption>> options = kSortOptions;
-  const std::string_view index = options[SORT_INDEX].text;
-  const std::string_view updates = options[SORT_UPDATES].text;
+  const std::string_view index = kSortOptions[SORT_INDEX].text;
+  const std::string_view updates = kSortOptions[SORT_UPDATES].text;
   for (; cur != tokens.end() && firstChar(*cur) != '-'; ++cur) {
     const std::string_view option = *cur;
     // The number is read from where the name would stand at the start.
@@ -394,9 +455,10 @@ void Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur
       const int count = readInt(option, updates.size());
       request.maxUpdates = count > 0 ? count : NetworkKovaRequest::defaultMaxUpdates;
     } else {
-      fail(message("Invalid option: ", option));
+      return refuse("Invalid option: ", option);
     }
   }
+  return true;
 }
 
 // ---------------------------------------------------------------------------
@@ -404,45 +466,45 @@ void Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur
 // ---------------------------------------------------------------------------
 
 template <class Tokens>
-void Reader::virtualLink(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
-  if (cur == tokens.end()) fail("No virtual link name after vl");
+bool Reader::virtualLink(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
+  if (cur == tokens.end()) return refuse("No virtual link name after vl");
   const std::string_view name = *cur;
   request.vlName.assign(name.data(), name.size());
   ++cur;
-  virtualLinkOptions(request, tokens, cur);
+  return virtualLinkOptions(request, tokens, cur);
 }
 
 template <class Tokens>
-void Reader::virtualLinkOptions(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
-  const std::string_view option = kDataTypeOption;
+bool Reader::virtualLinkOptions(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
   for (; cur != tokens.end(); ++cur) {
     // The option counts where a token's first "-" starts it.
     const std::string_view token = *cur;
-    const std::size_t dash = token.find(option[0]);
-    if (dash != std::string_view::npos && token.compare(dash, option.size(), option) == 0) {
+    const std::size_t dash = token.find(kDataTypeOption[0]);
+    if (dash != std::string_view::npos && token.compare(dash, kDataTypeOption.size(), kDataTypeOption) == 0) {
       ++cur;
-      dataType(request, tokens, cur);
+      if (!dataType(request, tokens, cur)) return false;
     }
   }
+  return true;
 }
 
 template <class Tokens>
-void Reader::dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
-  if (cur == tokens.end()) fail("No data after direction argument");
+bool Reader::dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur) {
+  if (cur == tokens.end()) return refuse("No data after direction argument");
   const char first = firstChar(*cur);
   for (const Word<tLytpE2eDataType>& type : kDataTypes) {
     if (first == type.text[0]) {
       request.dataType = type.code;
-      return;
+      return true;
     }
   }
-  fail("Not a valid argument for dataType");
+  return refuse("Not a valid argument for dataType");
 }
 
 // The entry points read the text in place.
-template void Reader::request<TextTokens>(NetworkKovaRequest&, TextTokens&, TextTokens::iterator&);
-template void Reader::legacyRequest<TextTokens>(NetworkKovaRequest&, TextTokens&, TavVersion);
-template void Reader::virtualLink<TextTokens>(E2EKovaRequest&, TextTokens&, TextTokens::iterator&);
+template bool Reader::request<TextTokens>(NetworkKovaRequest&, TextTokens&, TextTokens::iterator&);
+template bool Reader::legacyRequest<TextTokens>(NetworkKovaRequest&, TextTokens&, TavVersion);
+template bool Reader::virtualLink<TextTokens>(E2EKovaRequest&, TextTokens&, TextTokens::iterator&);
 
 }  // namespace detail
 }  // namespace lytFilterParser
@@ -463,14 +525,20 @@ void TavEntityArray::parse(strList& tokens, strIter& cursor) { Reader::entities(
 
 void AtomFilter::parseNot(strList& tokens, strIter& cur) { Reader::negation(*this, tokens, cur); }
 
-AtomFilter* AtomFilter::getAtomFilter(strList& tokens, strIter& cur) { return Reader::atom(tokens, cur).release(); }
+AtomFilter* AtomFilter::getAtomFilter(strList& tokens, strIter& cur) {
+  Reader reader;
+  std::unique_ptr<AtomFilter> atom = reader.atom(tokens, cur);
+  reader.raiseUnless(atom != nullptr);
+  return atom.release();
+}
 
 ContentFilterBase::ContentFilterBase(strList& tokens, strIter& cur) : AtomFilter(TAV_NO_TYPE, false) {
-  Reader::content(*this, tokens, cur);
+  Reader reader;
+  reader.raiseUnless(reader.content(*this, tokens, cur));
 }
 
 void ContentFilterBase::parseFilterType(strList& tokens, strIter& cur) {
-  if (cur == tokens.end()) lytFilterParser::detail::fail(lytFilterParser::detail::kNoType);
+  if (cur == tokens.end()) lytFilterParser::detail::fail(std::string(lytFilterParser::detail::kNoType));
   filterType = lytFilterParser::getValueType(*cur);
   ++cur;
 }
@@ -485,12 +553,19 @@ void ContentFilterBase::parse(strList& tokens, strIter& cur) {
 }
 
 Filter::Filter(strList& tokens, strIter& cur) : AbstractFilter(0), filterOperator(FILTER_AND) {
-  Reader::compound(*this, tokens, cur, 0);
+  Reader reader;
+  reader.raiseUnless(reader.compound(*this, tokens, cur));
 }
 
-void Filter::parse(strList& tokens, strIter& cur) { Reader::compound(*this, tokens, cur, 0); }
+void Filter::parse(strList& tokens, strIter& cur) {
+  Reader reader;
+  reader.raiseUnless(reader.compound(*this, tokens, cur));
+}
 
-void Filter::parseOperator(strList& tokens, strIter& cur) { Reader::filterOperator(*this, tokens, cur); }
+void Filter::parseOperator(strList& tokens, strIter& cur) {
+  Reader reader;
+  reader.raiseUnless(reader.filterOperator(*this, tokens, cur));
+}
 
 bool Filter::isOperator(const std::string& token) { return lytFilterParser::detail::isOperatorWord(token); }
 
@@ -507,25 +582,40 @@ InterfaceInfo::InterfaceInfo(strList& tokens, strIter& cur) : direction(TAV_DIR_
 void InterfaceInfo::parseDirection(const std::string& suffix) { direction = lytFilterParser::detail::itemDirection(suffix); }
 
 TavColumn::TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string& sortOption) : TavColumn(role) {
-  Reader::column(*this, tokens, cur, sortOption);
+  Reader reader;
+  reader.raiseUnless(reader.column(*this, tokens, cur, sortOption));
 }
 
-void TavColumn::parseAccumulationMode(strList& tokens, strIter& cur) { Reader::accumulation(*this, tokens, cur); }
+void TavColumn::parseAccumulationMode(strList& tokens, strIter& cur) {
+  Reader reader;
+  reader.raiseUnless(reader.accumulation(*this, tokens, cur));
+}
 
-void TavColumnFilter::parse(strList& tokens, strIter& cur) { Reader::columnFilter(*this, tokens, cur); }
+void TavColumnFilter::parse(strList& tokens, strIter& cur) {
+  Reader reader;
+  reader.raiseUnless(reader.columnFilter(*this, tokens, cur));
+}
 
 NetworkKovaRequest::NetworkKovaRequest(strList& tokens) : NetworkKovaRequest() {
   strIter cur = tokens.begin();
-  Reader::request(*this, tokens, cur);
+  Reader reader;
+  reader.raiseUnless(reader.request(*this, tokens, cur));
 }
 
 NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version) : NetworkKovaRequest() {
-  Reader::legacyRequest(*this, tokens, version);
+  Reader reader;
+  reader.raiseUnless(reader.legacyRequest(*this, tokens, version));
 }
 
-void NetworkKovaRequest::parse(strList& tokens, strIter& cur) { Reader::request(*this, tokens, cur); }
+void NetworkKovaRequest::parse(strList& tokens, strIter& cur) {
+  Reader reader;
+  reader.raiseUnless(reader.request(*this, tokens, cur));
+}
 
-void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) { Reader::sort(*this, tokens, cur); }
+void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) {
+  Reader reader;
+  reader.raiseUnless(reader.sort(*this, tokens, cur));
+}
 
 TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
   // "sort=" and a sort type; anything else is no sort.
@@ -538,9 +628,16 @@ TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
 
 E2EKovaRequest::E2EKovaRequest(strList& tokens) : dataType(E2E_DATA_WIRE) {
   strIter cur = tokens.begin();
-  Reader::virtualLink(*this, tokens, cur);
+  Reader reader;
+  reader.raiseUnless(reader.virtualLink(*this, tokens, cur));
 }
 
-void E2EKovaRequest::parseFilter(strList& tokens, strIter& cur) { Reader::virtualLinkOptions(*this, tokens, cur); }
+void E2EKovaRequest::parseFilter(strList& tokens, strIter& cur) {
+  Reader reader;
+  reader.raiseUnless(reader.virtualLinkOptions(*this, tokens, cur));
+}
 
-void E2EKovaRequest::parseDataType(strList& tokens, strIter& cur) { Reader::dataType(*this, tokens, cur); }
+void E2EKovaRequest::parseDataType(strList& tokens, strIter& cur) {
+  Reader reader;
+  reader.raiseUnless(reader.dataType(*this, tokens, cur));
+}

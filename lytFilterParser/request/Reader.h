@@ -31,42 +31,50 @@ class TavEntityArray;
 namespace lytFilterParser {
 namespace detail {
 
+// A reader holds the message of the first fault it met. Its rules return
+// false after a fault instead of throwing, so that a refused request costs
+// no more than an accepted one; the public parsing members throw the
+// message through Assert, as callers expect.
 struct Reader {
   template <class Tokens>
   using Iter = typename Tokens::iterator;
 
+  std::string fault;
+
   // "-f", "-k", "-v", "-s" options up to the end.
   template <class Tokens>
-  static void request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  bool request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
   // For peer `version`: 1 and 2 translate the legacy option syntax first.
   template <class Tokens>
-  static void legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersion version);
+  bool legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersion version);
   // The name and the "-t" data type after "vl".
   template <class Tokens>
-  static void virtualLink(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  bool virtualLink(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
-  static void virtualLinkOptions(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  bool virtualLinkOptions(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
-  static void dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  bool dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
 
   // After "-f"; `listEnd` remembers where bare atom lists end.
   template <class Tokens>
-  static void filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
-                           std::optional<Iter<Tokens>>& listEnd);
+  bool filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
+                    std::optional<Iter<Tokens>>& listEnd);
   // Operator, optional "[", the "-f" items, the matching "]".
   template <class Tokens>
-  static void compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth);
+  bool compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
-  static void filterOperator(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);
-  // The "-f" items of a compound filter, and its "]" when `bracketed`.
+  bool filterOperator(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  // The "-f" items of a compound filter, and its "]" when `bracketed`;
+  // compound filters among them nest to any depth.
   template <class Tokens>
-  static void children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, int depth, bool bracketed);
+  bool children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool bracketed);
+  // nullptr after a fault.
   template <class Tokens>
-  static std::unique_ptr<AtomFilter> atom(Tokens& tokens, Iter<Tokens>& cur);
+  std::unique_ptr<AtomFilter> atom(Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
   static void negation(AtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
-  static void content(ContentFilterBase& filter, Tokens& tokens, Iter<Tokens>& cur);
+  bool content(ContentFilterBase& filter, Tokens& tokens, Iter<Tokens>& cur);
   // From the "interface" keyword on.
   template <class Tokens>
   static void interfaceFilter(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
@@ -81,13 +89,19 @@ struct Reader {
 
   // The type and options of a column; a "sort=" word goes to `sortOption`.
   template <class Tokens>
-  static void column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::string& sortOption);
+  bool column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::string& sortOption);
   template <class Tokens>
-  static void accumulation(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur);
+  bool accumulation(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
-  static void columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  bool columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
-  static void sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+  bool sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+
+  // Keeps `message` as the fault; false.
+  bool refuse(std::string_view message);
+  bool refuse(std::string_view head, std::string_view token);
+  // Throws the fault through Assert when `read` is false.
+  void raiseUnless(bool read);
 };
 
 }  // namespace detail

@@ -9,10 +9,9 @@ namespace detail {
 void refuseValueType() { fail("Not a valid argument for type"); }
 
 TavValType valueType(std::string_view keyword) {
-  for (const ValueTypeRow& row : kValueTypes) {
-    if (row.keyword == keyword) return row.type;
-  }
-  fail(message("Invalid type: ", keyword));
+  const ValueTypeRow* row = findValueType(keyword);
+  if (row == nullptr) fail(message("Invalid type: ", keyword));
+  return row->type;
 }
 
 }  // namespace detail

@@ -121,6 +121,14 @@ inline std::string_view valueTypeKeyword(TavValType type) {
   return row->keyword;
 }
 
+// The row of an exact, case-sensitive keyword, or nullptr.
+inline const ValueTypeRow* findValueType(std::string_view keyword) {
+  for (const ValueTypeRow& row : kValueTypes) {
+    if (row.keyword == keyword) return &row;
+  }
+  return nullptr;
+}
+
 // getValueType for a token read in place.
 LFP_HIDDEN TavValType valueType(std::string_view keyword);
 
