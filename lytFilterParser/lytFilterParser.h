@@ -29,6 +29,14 @@
 // part of the text that peers and callers compare byte for byte; reading the
 // text again ignores them.
 //
+// The grammar is one file, request/Reader.cpp, its rules in grammar order;
+// the writing is another, request/Printer.cpp. Which words fill the grammar's
+// places is data: tables under vocab/, which lytFilterParser::vocabulary()
+// hands out with each word's kind, meaning and the peers that take it.
+// Inside the library a reader reports a fault by its result, so a refused
+// text costs what an accepted one does; the public parsing constructors
+// throw the message, and the entry points hand it back.
+//
 // Older peers read an option syntax of their own ("-g topsrc -y b"): the
 // legacy reader translates it token by token into the current syntax and
 // parses that, and dump(TavVersion) writes it. Before a request is sent, it
