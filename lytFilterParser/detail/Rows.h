@@ -4,6 +4,7 @@
 #define LYTFILTERPARSER_DETAIL_ROWS_H
 
 #include <cstddef>
+#include <string_view>
 
 namespace lytFilterParser {
 namespace detail {
@@ -21,6 +22,17 @@ struct Rows {
   constexpr std::size_t size() const { return static_cast<std::size_t>(last - first); }
   constexpr const Row& operator[](std::size_t i) const { return first[i]; }
 };
+
+// Whether a token is exactly a table's word. Most tokens differ from most
+// words in length or in their first byte: comparing in place finds that
+// without a call to memcmp for every row.
+constexpr bool sameWord(std::string_view token, std::string_view word) {
+  if (token.size() != word.size()) return false;
+  for (std::size_t i = 0; i < word.size(); ++i) {
+    if (token[i] != word[i]) return false;
+  }
+  return true;
+}
 
 }  // namespace detail
 }  // namespace lytFilterParser

@@ -28,7 +28,7 @@ class Writer {
 
   Writer& operator<<(std::string_view piece) {
     if (static_cast<std::size_t>(end - pos) < piece.size()) grow(piece.size());
-    if (!piece.empty()) std::memcpy(pos, piece.data(), piece.size());
+    copy(pos, piece.data(), piece.size());
     pos += piece.size();
     return *this;
   }
@@ -41,7 +41,11 @@ class Writer {
   Writer& operator<<(int value) {
     char digits[16];
     const std::to_chars_result written = std::to_chars(digits, digits + sizeof digits, value);
-    return *this << std::string_view(digits, static_cast<std::size_t>(written.ptr - digits));
+    const std::size_t n = static_cast<std::size_t>(written.ptr - digits);
+    if (static_cast<std::size_t>(end - pos) < n) grow(n);
+    std::memcpy(pos, digits, n);
+    pos += n;
+    return *this;
   }
 
   // The text written so far; the writer is spent.
@@ -51,6 +55,24 @@ class Writer {
   }
 
  private:
+  // Most pieces are a keyword, a blank or a short name: those are copied
+  // with two fixed-size moves that may overlap instead of a call to memcpy.
+  static void copy(char* to, const char* from, std::size_t n) {
+    if (n >= 8 && n <= 16) {
+      std::memcpy(to, from, 8);
+      std::memcpy(to + n - 8, from + n - 8, 8);
+    } else if (n >= 4 && n < 8) {
+      std::memcpy(to, from, 4);
+      std::memcpy(to + n - 4, from + n - 4, 4);
+    } else if (n > 0 && n < 4) {
+      to[0] = from[0];
+      to[n / 2] = from[n / 2];
+      to[n - 1] = from[n - 1];
+    } else if (n > 16) {
+      std::memcpy(to, from, n);
+    }
+  }
+
   void grow(std::size_t more) {
     const std::size_t used = static_cast<std::size_t>(pos - text.data());
     text.resize(2 * text.size() + more);

@@ -11,6 +11,8 @@
 
 class LFP_API TavEntity {
  public:
+  // An empty name and no resolved name.
+  TavEntity() = default;
   TavEntity(std::string name, std::string resolvedName);
   // Splits `text` at its first "<>".
   explicit TavEntity(std::string text);

@@ -1,5 +1,7 @@
 #include "lytFilterParser/request/LegacyTranslator.h"
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,6 +15,26 @@
 namespace lytFilterParser {
 namespace detail {
 namespace {
+
+// The filter words of the legacy syntax, gathered from the value-type table
+// when the library is compiled: every skipped token is compared with these
+// few words only.
+constexpr std::size_t legacyFilterWordCount() {
+  std::size_t count = 0;
+  for (const ValueTypeRow& row : kValueTypes) count += (row.places & kLegacyFilter) != 0 ? 1 : 0;
+  return count;
+}
+
+constexpr std::array<std::string_view, legacyFilterWordCount()> legacyFilterWords() {
+  std::array<std::string_view, legacyFilterWordCount()> words{};
+  std::size_t next = 0;
+  for (const ValueTypeRow& row : kValueTypes) {
+    if ((row.places & kLegacyFilter) != 0) words[next++] = row.keyword;
+  }
+  return words;
+}
+
+constexpr std::array<std::string_view, legacyFilterWordCount()> kLegacyFilterWords = legacyFilterWords();
 
 // The translation of one token sequence: a cursor over the legacy tokens
 // and the words written so far. Each option has one step; a step starts on
@@ -105,8 +127,8 @@ class Translation {
   bool filterOrSkip() {
     if (*cur == kValueTypes[TAV_INTERFACE].keyword) return interfaceFilter();
     const std::string_view word = *cur;
-    for (const ValueTypeRow& row : kValueTypes) {
-      if ((row.places & kLegacyFilter) && word == row.keyword) return contentFilter();
+    for (const std::string_view filterWord : kLegacyFilterWords) {
+      if (sameWord(word, filterWord)) return contentFilter();
     }
     ++cur;
     return true;

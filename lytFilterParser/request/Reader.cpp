@@ -337,10 +337,8 @@ void Reader::entities(TavEntityArray& array, Tokens& tokens, Iter<Tokens>& cur) 
   std::vector<TavEntity>& list = array.entities;
   const std::size_t needed = list.size() + count;
   if (needed > list.capacity()) list.reserve(std::max(needed, 2 * list.capacity()));
-  for (; count > 0; --count, ++cur) {
-    list.emplace_back(std::string(), std::string());
-    entity(list.back(), *cur);
-  }
+  // Each entity is made empty in place and filled: no strings built and moved.
+  for (; count > 0; --count, ++cur) entity(list.emplace_back(), *cur);
 }
 
 void Reader::entity(TavEntity& entity, std::string_view text) {

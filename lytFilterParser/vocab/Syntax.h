@@ -30,7 +30,7 @@ struct Word {
 template <class Code>
 constexpr const Code* codeOf(Rows<Word<Code>> words, std::string_view text) {
   for (const Word<Code>& word : words) {
-    if (word.text == text) return &word.code;
+    if (sameWord(text, word.text)) return &word.code;
   }
   return nullptr;
 }

@@ -124,7 +124,7 @@ inline std::string_view valueTypeKeyword(TavValType type) {
 // The row of an exact, case-sensitive keyword, or nullptr.
 inline const ValueTypeRow* findValueType(std::string_view keyword) {
   for (const ValueTypeRow& row : kValueTypes) {
-    if (row.keyword == keyword) return &row;
+    if (sameWord(keyword, row.keyword)) return &row;
   }
   return nullptr;
 }
