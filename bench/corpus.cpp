@@ -43,6 +43,43 @@ const char* const kLegacy[] = {
     "-y b -g src h1 h2 h3",
 };
 
+// Typical requests and legacy lines spoilt at their first, a middle or their
+// last token, each of the same length as the accepted text it stands beside:
+// a refusal is measured against reading that text.
+struct Spoilt {
+  const char* name;
+  const char* accepted;
+  const char* refused;
+};
+
+const Spoilt kRefused[] = {
+    {"typical_01_first", kTypical[0], "-q src 10.0.0.1 10.0.0.2 -f dst 192.168.1.10 -k svc -v wb acc=rate -s top index=1"},
+    {"typical_01_middle", kTypical[0], "-f src 10.0.0.1 10.0.0.2 -f dst 192.168.1.10 -k svx -v wb acc=rate -s top index=1"},
+    {"typical_01_last", kTypical[0], "-f src 10.0.0.1 10.0.0.2 -f dst 192.168.1.10 -k svc -v wb acc=rate -s top indax=1"},
+    {"typical_04_first", kTypical[3],
+     "-q interface not eth0,in eth1,out eth2,both -k interface -v pkt acc=sum -v wb acc=rate -s top index=2"},
+    {"typical_04_middle", kTypical[3],
+     "-f interface not eth0,in eth1,out eth2,both -k interface -v pkx acc=sum -v wb acc=rate -s top index=2"},
+    {"typical_04_last", kTypical[3],
+     "-f interface not eth0,in eth1,out eth2,both -k interface -v pkt acc=sum -v wb acc=rate -s top indax=2"},
+    {"typical_10_first", kTypical[9],
+     "-q and [ -f src 10.0.0.1 -f or [ -f dst 10.0.0.2 -f dst 10.0.0.3 ] -f interface eth0,in ] -k qsrule "
+     "-v wb acc=rate enc=no comp=yes -s top updates=100"},
+    {"typical_10_middle", kTypical[9],
+     "-f and [ -f src 10.0.0.1 -f or [ -f dst 10.0.0.2 -f dsx 10.0.0.3 ] -f interface eth0,in ] -k qsrule "
+     "-v wb acc=rate enc=no comp=yes -s top updates=100"},
+    {"typical_10_last", kTypical[9],
+     "-f and [ -f src 10.0.0.1 -f or [ -f dst 10.0.0.2 -f dst 10.0.0.3 ] -f interface eth0,in ] -k qsrule "
+     "-v wb acc=rate enc=no comp=yes -s top updatez=100"},
+};
+
+const Spoilt kLegacyRefused[] = {
+    {"legacy_01_middle", kLegacy[0], "-g topsrc -y x src 1 [ 10.0.0.1 ]"},
+    {"legacy_04_first", kLegacy[3], "-g topqsrulx -y C dst 0 [ a b ] svc 1 [ http ]"},
+    {"legacy_05_last", kLegacy[4],
+     "-filter [ and [[src 0 [10.0.0.1 10.0.0.2 ]][dst 1 [10.1.0.1 ]][svc 0 [http https ]]]] -a a -y p -g topdsx"},
+};
+
 std::string address(long i) {
   char buffer[32];
   std::snprintf(buffer, sizeof buffer, "10.%ld.%ld.%ld", (i >> 16) & 255, (i >> 8) & 255, i & 255);
@@ -62,6 +99,8 @@ const char* kindLabel(CaseKind kind) {
     case CaseKind::Deep: return "deep";
     case CaseKind::ScaleKeys: return "keys";
     case CaseKind::ScaleDepth: return "depth";
+    case CaseKind::Refused: return "refused";
+    case CaseKind::LegacyRefused: return "legacy refused";
   }
   return "?";
 }
@@ -83,12 +122,14 @@ std::string largeRequest(long count) {
 }
 
 std::string nestedRequest(int levels) {
-  std::string inner = "-f and [ -f src a1 -f dst b1 ]";
-  for (int level = 2; level <= levels; ++level) {
-    const char* op = level % 2 == 0 ? "or" : "and";
-    inner = std::string("-f ") + op + " [ -f src " + numbered("a", level) + " " + inner + " ]";
+  // Level L is "-f OP [ -f src aL " + level L-1 + " ]", written outside in.
+  std::string text;
+  for (int level = levels; level >= 2; --level) {
+    text += std::string("-f ") + (level % 2 == 0 ? "or" : "and") + " [ -f src " + numbered("a", level) + " ";
   }
-  return inner + " -k svc -v wb";
+  text += "-f and [ -f src a1 -f dst b1 ]";
+  for (int level = levels; level >= 2; --level) text += " ]";
+  return text + " -k svc -v wb";
 }
 
 std::string nestedUnbracketedRequest(int levels) {
@@ -100,7 +141,7 @@ std::string nestedUnbracketedRequest(int levels) {
   return text;
 }
 
-std::vector<TextCase> buildCorpus(int maxDepth) {
+std::vector<TextCase> buildCorpus() {
   std::vector<TextCase> cases;
   int n = 0;
   for (const char* text : kTypical) {
@@ -126,11 +167,12 @@ std::vector<TextCase> buildCorpus(int maxDepth) {
   for (long count : {10L, 100L, 1000L, 10000L, 100000L}) {
     cases.push_back({"keys_" + std::to_string(count), keyColumnRequest(count), CaseKind::ScaleKeys, count});
   }
-  std::vector<int> depths;
-  for (int depth = 1; depth < maxDepth; depth *= 2) depths.push_back(depth);
-  depths.push_back(maxDepth);
-  for (int depth : depths) {
+  for (int depth = 1; depth <= 1000000; depth *= 10) {
     cases.push_back({"depth_" + std::to_string(depth), nestedRequest(depth), CaseKind::ScaleDepth, depth});
+  }
+  for (const Spoilt& spoilt : kRefused) cases.push_back({spoilt.name, spoilt.refused, CaseKind::Refused, 0, spoilt.accepted});
+  for (const Spoilt& spoilt : kLegacyRefused) {
+    cases.push_back({spoilt.name, spoilt.refused, CaseKind::LegacyRefused, 0, spoilt.accepted});
   }
   return cases;
 }

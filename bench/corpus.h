@@ -17,6 +17,8 @@ enum class CaseKind {
   Deep,        // filters nested 50 levels
   ScaleKeys,   // scaling series: N entities in one key column
   ScaleDepth,  // scaling series: N nested filter levels
+  Refused,     // a typical request spoilt at one token: the reader refuses it
+  LegacyRefused,  // a legacy line spoilt at one token: convert refuses it
 };
 
 struct TextCase {
@@ -24,11 +26,14 @@ struct TextCase {
   std::string text;
   CaseKind kind;
   long scale;  // entities (ScaleKeys, Large) or levels (ScaleDepth, Deep); 0 otherwise
+  // Refused and LegacyRefused: the accepted text of the same length that the
+  // refused one is measured against.
+  std::string accepted = std::string();
 };
 
-// Every case, in the order the benchmarks are registered. `maxDepth` is the
-// deepest nesting the depth series goes to (the library's limit).
-std::vector<TextCase> buildCorpus(int maxDepth);
+// Every case, in the order the benchmarks are registered; the depth series
+// goes from 1 to 1,000,000 levels.
+std::vector<TextCase> buildCorpus();
 
 // A key column of `count` entities: "-k src 10.0.0.0 10.0.0.1 ... -v wb acc=rate -s top".
 std::string keyColumnRequest(long count);

@@ -11,6 +11,9 @@
 // Counters on every benchmark:
 //   op_ns, floor_ns, ratio  CPU time of one operation, of floor (a) on the
 //                 same text measured alongside, and their ratio
+//   accepted_ns, vs_accepted  on refusals ("refused/...", "refused_convert/..."):
+//                 the same operation on an accepted text of the same length,
+//                 measured alongside, instead of floor (a), and the ratio
 //   tokens        tokens of the text as the library's tokenizer cuts it
 //   blank_tokens  tokens of the text as floor (a) cuts it (on blanks only)
 //   allocs        heap allocations of one operation (operator new calls)
@@ -55,18 +58,6 @@ std::size_t blankTokenCount(const std::string& text) {
   return count;
 }
 
-// The deepest nesting the library accepts, found by reading nested text.
-int deepestAcceptedNesting() {
-  int deepest = 0;
-  for (int levels = 1; levels <= Filter::maxNestingDepth + 2; ++levels) {
-    std::string error;
-    std::unique_ptr<LYTKovaRequest> request(LYTKovaRequest::getLYTKovaRequest(bench::nestedRequest(levels), error));
-    if (!request) break;
-    deepest = levels;
-  }
-  return deepest;
-}
-
 // --- the operations ---------------------------------------------------------
 
 void floorSplit(const std::string& text) {
@@ -104,6 +95,16 @@ void roundTrip(const std::string& text) {
   LYTKovaRequest* request = LYTKovaRequest::getLYTKovaRequest(text, error);
   std::string out = request->dump();
   benchmark::DoNotOptimize(out.data());
+  delete request;
+}
+
+// Reading alone, as a caller checking operator input does: a refused text
+// gives its message, an accepted one a request that is then deleted.
+void readRequest(const std::string& text) {
+  std::string error;
+  LYTKovaRequest* request = LYTKovaRequest::getLYTKovaRequest(text, error);
+  benchmark::DoNotOptimize(request);
+  benchmark::DoNotOptimize(error.data());
   delete request;
 }
 
@@ -167,36 +168,45 @@ void setCounters(benchmark::State& state, const Expected& expected, const bench:
   }
 }
 
-// Runs the paired loop: `body` is one operation. One call warms up, one
-// counted call gives the allocations, then the timed batches.
-template <typename Body>
-void runPaired(benchmark::State& state, const std::string& text, const Expected& expected, Body body) {
+// Runs the paired loop: `body` is one operation, `partner` the one it is
+// compared with (floor (a) on the same text, or reading the accepted text
+// of a refusal). One call warms up, one counted call gives the allocations,
+// then the timed batches. The partner's time and the ratio go to the
+// counters named `partnerName` and `ratioName`.
+template <typename Body, typename Partner>
+void runPaired(benchmark::State& state, const Expected& expected, Body body, Partner partner,
+               const char* partnerName = "floor_ns", const char* ratioName = "ratio") {
   constexpr double kBatchNs = 100e3;
   body();
+  partner();
   const bench::AllocStats allocs = bench::countAllocations(body);
-  auto floor = [&text] { floorSplit(text); };
   const long opBatch = batchSize(body, kBatchNs);
-  const long floorBatch = batchSize(floor, kBatchNs);
+  const long partnerBatch = batchSize(partner, kBatchNs);
   double opTotal = 0;
-  double floorTotal = 0;
+  double partnerTotal = 0;
   for (auto _ : state) {
     const double t0 = threadCpuNs();
     for (long i = 0; i < opBatch; ++i) body();
     const double t1 = threadCpuNs();
-    for (long i = 0; i < floorBatch; ++i) floor();
+    for (long i = 0; i < partnerBatch; ++i) partner();
     const double t2 = threadCpuNs();
     opTotal += t1 - t0;
-    floorTotal += t2 - t1;
+    partnerTotal += t2 - t1;
     state.SetIterationTime((t1 - t0) * 1e-9);
   }
   const double iterations = static_cast<double>(state.iterations());
   const double opNs = opTotal / (iterations * static_cast<double>(opBatch));
-  const double floorNs = floorTotal / (iterations * static_cast<double>(floorBatch));
+  const double partnerNs = partnerTotal / (iterations * static_cast<double>(partnerBatch));
   state.counters["op_ns"] = opNs;
-  state.counters["floor_ns"] = floorNs;
-  state.counters["ratio"] = floorNs > 0 ? opNs / floorNs : 0;
+  state.counters[partnerName] = partnerNs;
+  state.counters[ratioName] = partnerNs > 0 ? opNs / partnerNs : 0;
   state.counters["batch"] = static_cast<double>(opBatch);
   setCounters(state, expected, allocs);
+}
+
+template <typename Body>
+void runPaired(benchmark::State& state, const std::string& text, const Expected& expected, Body body) {
+  runPaired(state, expected, body, [&text] { floorSplit(text); });
 }
 
 // --- registration -------------------------------------------------------------
@@ -232,6 +242,18 @@ void registerRequestBenchmark(const std::string& name, const TextCase& c, std::f
   })->UseManualTime();
 }
 
+// A refusal of `op`, paired with `op` on the accepted text of the same length.
+void registerRefusal(const std::string& name, const TextCase& c, void (*op)(const std::string&)) {
+  const Expected expected{tokenCount(c.text), blankTokenCount(c.text), c.scale, c.kind};
+  const std::string refused = c.text;
+  const std::string accepted = c.accepted;
+  benchmark::RegisterBenchmark(name.c_str(), [refused, accepted, expected, op](benchmark::State& state) {
+    runPaired(
+        state, expected, [&refused, op] { op(refused); }, [&accepted, op] { op(accepted); }, "accepted_ns",
+        "vs_accepted");
+  })->UseManualTime();
+}
+
 void registerError(const std::string& name, const std::string& message) {
   benchmark::RegisterBenchmark(name.c_str(), [message](benchmark::State& state) {
     state.SkipWithError(message.c_str());
@@ -240,10 +262,26 @@ void registerError(const std::string& name, const std::string& message) {
   });
 }
 
+// A refusal is refused, its partner accepted, and both have the same length.
+bool checkRefusal(const TextCase& c, std::string& problem) {
+  const bool legacy = c.kind == CaseKind::LegacyRefused;
+  const auto accepts = [legacy](const std::string& text) {
+    std::string error;
+    if (legacy) return !LYTKovaRequest::convert(text, error).empty() && error.empty();
+    std::unique_ptr<LYTKovaRequest> request(LYTKovaRequest::getLYTKovaRequest(text, error));
+    return request != nullptr;
+  };
+  if (c.text.size() != c.accepted.size()) problem = "the refused text is not as long as the accepted one";
+  if (accepts(c.text)) problem = "not refused";
+  if (!accepts(c.accepted)) problem = "the accepted text is refused";
+  return problem.empty();
+}
+
 // Checks that a case reads (or converts) as the corpus means it to, so that
 // no benchmark silently measures the error path.
 bool checkCase(const TextCase& c, std::string& problem) {
   std::string error;
+  if (c.kind == CaseKind::Refused || c.kind == CaseKind::LegacyRefused) return checkRefusal(c, problem);
   if (c.kind == CaseKind::Legacy) {
     if (LYTKovaRequest::convert(c.text, error).empty()) {
       problem = "convert failed: " + error;
@@ -270,6 +308,15 @@ void registerCase(const TextCase& c) {
   std::string problem;
   if (!checkCase(c, problem)) {
     registerError("error/" + n, problem);
+    return;
+  }
+  if (c.kind == CaseKind::Refused) {
+    registerRefusal("refused/" + n, c, readRequest);
+    return;
+  }
+  if (c.kind == CaseKind::LegacyRefused) {
+    registerRefusal("refused_convert/" + n, c, convertLegacy);
+    registerTextBenchmark("convert/" + n, c, convertLegacy);
     return;
   }
   registerTextBenchmark("floor_split/" + n, c, floorSplit);
@@ -321,10 +368,7 @@ void registerCase(const TextCase& c) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const int maxDepth = deepestAcceptedNesting();
-  benchmark::AddCustomContext("filter_nesting_limit", std::to_string(maxDepth));
-  benchmark::AddCustomContext("Filter::maxNestingDepth", std::to_string(Filter::maxNestingDepth));
-  for (const TextCase& c : bench::buildCorpus(maxDepth)) registerCase(c);
+  for (const TextCase& c : bench::buildCorpus()) registerCase(c);
 
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;

@@ -1,42 +1,47 @@
 #include "lytFilterParser/filter/Filter.h"
 
+#include <memory>
+#include <new>
+#include <typeinfo>
 #include <utility>
 
 #include "lytFilterParser/filter/FilterVisit.h"
-
-namespace {
-
-// Copies the children of `from` into `into`: compound children through this
-// walk, atoms and filters of other classes through clone().
-void copyChildren(Filter& into, const Filter& from) {
-  for (const std::unique_ptr<AbstractFilter>& child : from.getChildren()) {
-    lytFilterParser::detail::visit(*child, [&into](const auto& node) {
-      if constexpr (std::is_same_v<std::decay_t<decltype(node)>, Filter>) {
-        std::unique_ptr<Filter> copy(new Filter());
-        copy->setOperator(node.getOperator());
-        copyChildren(*copy, node);
-        into.addChild(std::move(copy));
-      } else {
-        into.addChild(std::unique_ptr<AbstractFilter>(node.clone()));
-      }
-    });
-  }
-}
-
-}  // namespace
 
 Filter::Filter() : AbstractFilter(0), filterOperator(FILTER_AND) {}
 
 Filter::Filter(std::list<AbstractFilter*>& list, FilterOperator op) : AbstractFilter(0), filterOperator(op) {
   children.reserve(list.size());
   for (AbstractFilter* child : list) {
-    if (child != nullptr) children.emplace_back(child->clone());
+    if (child != nullptr) addChild(std::unique_ptr<AbstractFilter>(child->clone()));
   }
 }
 
+// Compound children are copied by the walk, atoms and filters of other
+// classes through clone(). What is copied already hangs in this filter, so a
+// failing clone leaves nothing behind when the members are destroyed.
 Filter::Filter(const Filter& other) : AbstractFilter(0), filterOperator(other.filterOperator) {
   children.reserve(other.children.size());
-  copyChildren(*this, other);
+  lytFilterParser::detail::SmallStack<Filter*, 16> into;
+  into.push(this);
+  lytFilterParser::detail::walkFilter(
+      other,
+      [&into](const Filter& from) {
+        std::unique_ptr<Filter> copy(new Filter());
+        copy->filterOperator = from.filterOperator;
+        copy->children.reserve(from.children.size());
+        Filter* const raw = copy.get();
+        into.top()->children.push_back(std::move(copy));
+        into.push(raw);
+        return true;
+      },
+      [&into](const Filter&) {
+        into.pop();
+        return true;
+      },
+      [&into](const AbstractFilter& node) {
+        into.top()->addChild(std::unique_ptr<AbstractFilter>(node.clone()));
+        return true;
+      });
 }
 
 Filter& Filter::operator=(const Filter& other) {
@@ -53,7 +58,26 @@ Filter& Filter::operator=(const Filter& other) {
   return *this;
 }
 
-Filter::~Filter() = default;
+// A deep tree is taken apart here, level by level: the children of every
+// compound child move up into this filter's list before that child goes, so
+// no destructor below runs with compound children of its own.
+Filter::~Filter() {
+  while (!children.empty()) {
+    std::unique_ptr<AbstractFilter> child = std::move(children.back());
+    children.pop_back();
+    if (!child || typeid(*child) != typeid(Filter)) continue;
+    Children& grandchildren = static_cast<Filter&>(*child).children;
+    if (children.empty()) {
+      children.swap(grandchildren);
+      continue;
+    }
+    try {
+      for (std::unique_ptr<AbstractFilter>& grandchild : grandchildren) children.push_back(std::move(grandchild));
+    } catch (const std::bad_alloc&) {
+      // Out of memory: what did not move is destroyed by its own filter.
+    }
+  }
+}
 
 void Filter::deleteFilterList() { children.clear(); }
 
@@ -62,21 +86,22 @@ void Filter::addChild(std::unique_ptr<AbstractFilter> child) {
 }
 
 bool Filter::isValid(std::string& err) const {
-  for (const std::unique_ptr<AbstractFilter>& child : children) {
-    if (!child->isValid(err)) return false;
-  }
-  return true;
+  return lytFilterParser::detail::walkNodes(*this, [&err](const AbstractFilter& node) { return node.isValid(err); });
 }
 
 void Filter::getModuleNames(strList& names) const {
-  for (const std::unique_ptr<AbstractFilter>& child : children) child->getModuleNames(names);
+  lytFilterParser::detail::walkNodes(*this, [&names](const AbstractFilter& node) {
+    node.getModuleNames(names);
+    return true;
+  });
 }
 
 bool Filter::setModuleNames(strIter& oldName, strIter& newName) {
   bool all = true;
-  for (const std::unique_ptr<AbstractFilter>& child : children) {
-    if (!child->setModuleNames(oldName, newName)) all = false;
-  }
+  lytFilterParser::detail::walkNodes(*this, [&](AbstractFilter& node) {
+    if (!node.setModuleNames(oldName, newName)) all = false;
+    return true;
+  });
   return all;
 }
 

@@ -1,5 +1,8 @@
 // The inner node of a filter tree: "and" or "or" over an ordered list of
 // child filters, which it owns. A network request holds one as its root.
+// Every operation on a tree (reading, writing, copying, validating, the
+// module-name walks, destruction) runs in constant stack depth, however deep
+// the tree.
 #ifndef LYTFILTERPARSER_FILTER_FILTER_H
 #define LYTFILTERPARSER_FILTER_FILTER_H
 
@@ -16,10 +19,6 @@
 
 class LFP_API Filter : public AbstractFilter {
  public:
-  // Compound filters nest at most this deep; the reader refuses deeper text
-  // so that no walk over a tree can exhaust the stack.
-  static constexpr int maxNestingDepth = 128;
-
   typedef std::vector<std::unique_ptr<AbstractFilter>> Children;
 
   // An "and" filter without children.
@@ -27,9 +26,8 @@ class LFP_API Filter : public AbstractFilter {
   // Reads one compound filter from the operator under the cursor on. Throws
   // "Not a valid operator: " + the token (nothing after the colon at the
   // end), "`]` expected" at the end or "`]` expected instead of: " + the
-  // token where its "]" should stand, "Filter nesting is deeper than the
-  // limit of 128 levels" with the cursor on the operator too deep, and what
-  // getAtomFilter throws for its atoms.
+  // token where its "]" should stand, and what getAtomFilter throws for its
+  // atoms. Compound filters nest to any depth.
   Filter(strList& tokens, strIter& cur);
   // Stores `op` and a clone of every child; the children stay the caller's.
   Filter(std::list<AbstractFilter*>& children, FilterOperator op);

@@ -1,13 +1,15 @@
-// One place that tells the library's filter classes apart: visit() hands a
-// node to the overload for its exact class, and any other class (a caller's
-// own) to the AbstractFilter overload. Internal: not installed.
+// One place that tells the library's filter classes apart and walks their
+// trees: visit() hands a node to the overload for its exact class, and any
+// other class (a caller's own) to the AbstractFilter overload; walkFilter()
+// goes through a tree of any depth without recursion. Internal: not installed.
 #ifndef LYTFILTERPARSER_FILTER_FILTERVISIT_H
 #define LYTFILTERPARSER_FILTER_FILTERVISIT_H
 
-#include <string>
+#include <cstddef>
+#include <type_traits>
 #include <typeinfo>
 
-#include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/detail/SmallStack.h"
 #include "lytFilterParser/filter/AbstractFilter.h"
 #include "lytFilterParser/filter/ContentFilter.h"
 #include "lytFilterParser/filter/Filter.h"
@@ -25,11 +27,46 @@ decltype(auto) visit(const AbstractFilter& node, Visitor&& visitor) {
   return visitor(node);
 }
 
-// Refuses a compound filter nested deeper than the readers and writers go.
-inline void checkNesting(int depth) {
-  if (depth > Filter::maxNestingDepth) {
-    fail("Filter nesting is deeper than the limit of " + std::to_string(Filter::maxNestingDepth) + " levels");
+// Walks the tree below `root` depth first, children in order, holding the
+// path from the root on an explicit stack, so that any depth is walked in
+// constant stack space. A compound filter of the library's own class is
+// entered: enter(child) before its children, leave(child) after them; every
+// other node goes to node(child). The root itself is neither entered nor
+// left. A handler returning false ends the walk, and walkFilter returns false.
+template <class Root, class Enter, class Leave, class Node>
+bool walkFilter(Root& root, Enter&& enter, Leave&& leave, Node&& node) {
+  using Compound = std::conditional_t<std::is_const_v<Root>, const Filter, Filter>;
+  using Any = std::conditional_t<std::is_const_v<Root>, const AbstractFilter, AbstractFilter>;
+  struct Frame {
+    Compound* filter;
+    std::size_t next;
+  };
+  SmallStack<Frame, 16> path;
+  path.push(Frame{&root, 0});
+  while (!path.empty()) {
+    Frame& frame = path.top();
+    if (frame.next == frame.filter->getChildren().size()) {
+      Compound* const done = path.pop().filter;
+      if (!path.empty() && !leave(*done)) return false;
+      continue;
+    }
+    Any& child = *frame.filter->getChildren()[frame.next++];
+    if (typeid(child) == typeid(Filter)) {
+      Compound& compound = static_cast<Compound&>(child);
+      if (!enter(compound)) return false;
+      path.push(Frame{&compound, 0});
+    } else if (!node(child)) {
+      return false;
+    }
   }
+  return true;
+}
+
+// walkFilter for a walk that needs no handler on compound filters.
+template <class Root, class Node>
+bool walkNodes(Root& root, Node&& node) {
+  const auto pass = [](const Filter&) { return true; };
+  return walkFilter(root, pass, pass, node);
 }
 
 }  // namespace detail

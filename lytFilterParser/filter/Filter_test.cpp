@@ -1,5 +1,5 @@
-// The compound filter: grammar, text, validation, ownership and the
-// nesting limit.
+// The compound filter: grammar, text, validation and ownership. Depth is
+// tested in request/Robustness_test.cpp.
 #include <gtest/gtest.h>
 
 #include <list>
@@ -72,30 +72,6 @@ TEST(FilterTest, CopiesAreDeep) {
   Filter& same = assigned;
   assigned = same;
   EXPECT_EQ(" ", assigned.dump());
-}
-
-std::string nestedText(int levels, bool bracketed) {
-  std::string text = "and", closing;
-  for (int i = 0; i < levels; ++i) text += bracketed ? " [ -f and" : " -f and";
-  for (int i = 0; bracketed && i <= levels; ++i) closing += " ]";
-  return text + (bracketed ? " [ -f src a" : " -f src a") + closing;
-}
-
-TEST(FilterTest, NestingWorksAtTheLimitAndIsRefusedBeyondIt) {
-  const int limit = Filter::maxNestingDepth;
-  for (bool bracketed : {false, true}) {
-    EXPECT_EQ("<fault> Filter nesting is deeper than the limit of " + std::to_string(limit) + " levels",
-              readWrite<Filter>(nestedText(limit + 1, bracketed)));
-    // Every level has one child: the atom's text and two blanks per level.
-    const std::string expected = "-f src  a  " + std::string(2 * (limit + 1), ' ');
-    auto filter = std::make_unique<Filter>(parsedFilter(nestedText(limit, bracketed)));
-    Filter copied(*filter);
-    filter.reset();
-    EXPECT_EQ(expected, copied.dump()) << bracketed;
-    strList names;
-    copied.getModuleNames(names);
-    EXPECT_EQ(strList{"a"}, names);
-  }
 }
 
 }  // namespace

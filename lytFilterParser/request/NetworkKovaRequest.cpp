@@ -33,23 +33,24 @@ void NetworkKovaRequest::addColumn(bool isKey, const TavColumn& column) {
 namespace {
 
 // The number of names the filter tree hands to the module-name walk.
-std::size_t countFilterNames(const AbstractFilter& filter) {
-  return lytFilterParser::detail::visit(filter, [](const auto& node) -> std::size_t {
-    using Node = std::decay_t<decltype(node)>;
-    if constexpr (std::is_same_v<Node, Filter>) {
-      std::size_t count = 0;
-      for (const std::unique_ptr<AbstractFilter>& child : node.getChildren()) count += countFilterNames(*child);
-      return count;
-    } else if constexpr (std::is_same_v<Node, ContentFilter>) {
-      return node.takesModuleNames() ? node.getEntitiesCount() : 0;
-    } else if constexpr (std::is_same_v<Node, InterfaceAtomFilter>) {
-      return 0;
-    } else {
-      strList names;  // a filter class of the caller's own: ask it
-      node.getModuleNames(names);
-      return names.size();
-    }
+std::size_t countFilterNames(const Filter& filter) {
+  std::size_t count = 0;
+  lytFilterParser::detail::walkNodes(filter, [&count](const AbstractFilter& node) {
+    count += lytFilterParser::detail::visit(node, [](const auto& atom) -> std::size_t {
+      using Node = std::decay_t<decltype(atom)>;
+      if constexpr (std::is_same_v<Node, ContentFilter>) {
+        return atom.takesModuleNames() ? atom.getEntitiesCount() : 0;
+      } else if constexpr (std::is_same_v<Node, InterfaceAtomFilter>) {
+        return 0;
+      } else {
+        strList names;  // a filter class of the caller's own: ask it
+        atom.getModuleNames(names);
+        return names.size();
+      }
+    });
+    return true;
   });
+  return count;
 }
 
 std::size_t countModuleNames(const NetworkKovaRequest& request) {

@@ -102,30 +102,52 @@ std::string_view operatorWord(FilterOperator op) {
   return word;
 }
 
-// A compound filter: "-f OPERATOR [ " and "] " around its children when it
-// has more than one, each child followed by one blank.
-void write(Writer& out, const Filter& filter, int depth) {
-  checkNesting(depth);
-  const bool grouped = filter.getChildren().size() > 1;
-  if (grouped) {
+// A node that is not a compound filter.
+void writeNode(Writer& out, const AbstractFilter& node) {
+  visit(node, [&out](const auto& filter) {
+    using Node = std::decay_t<decltype(filter)>;
+    if constexpr (std::is_same_v<Node, AbstractFilter> || std::is_same_v<Node, Filter>) {
+      out << filter.dump();
+    } else {
+      write(out, filter);
+    }
+  });
+}
+
+// "-f OPERATOR [ " before the children of a compound filter that has more
+// than one, "]" after them; one blank after all.
+void openCompound(Writer& out, const Filter& filter) {
+  if (filter.getChildren().size() > 1) {
     writeOption(out, OPTION_FILTER);
     out << operatorWord(filter.getOperator()) << ' ' << kOpenBracket << ' ';
   }
-  for (const std::unique_ptr<AbstractFilter>& child : filter.getChildren()) {
-    visit(*child, [&](const auto& node) {
-      using Node = std::decay_t<decltype(node)>;
-      if constexpr (std::is_same_v<Node, Filter>) {
-        write(out, node, depth + 1);
-      } else if constexpr (std::is_same_v<Node, AbstractFilter>) {
-        out << node.dump();
-      } else {
-        write(out, node);
-      }
-    });
-    out << ' ';
-  }
-  if (grouped) out << kCloseBracket;
+}
+
+void closeCompound(Writer& out, const Filter& filter) {
+  if (filter.getChildren().size() > 1) out << kCloseBracket;
   out << ' ';
+}
+
+// A compound filter with every child followed by one blank.
+void write(Writer& out, const Filter& filter) {
+  openCompound(out, filter);
+  walkFilter(
+      filter,
+      [&out](const Filter& inner) {
+        openCompound(out, inner);
+        return true;
+      },
+      [&out](const Filter& inner) {
+        closeCompound(out, inner);
+        out << ' ';
+        return true;
+      },
+      [&out](const AbstractFilter& node) {
+        writeNode(out, node);
+        out << ' ';
+        return true;
+      });
+  closeCompound(out, filter);
 }
 
 // ---------------------------------------------------------------------------
@@ -194,26 +216,25 @@ std::size_t entityTextSize(const TavEntityArray& entities) {
 
 // An upper estimate of the filter tree's text, so that writing a large
 // request fills one buffer instead of regrowing it.
-std::size_t filterTextSize(const Filter& filter, int depth) {
+std::size_t filterTextSize(const Filter& filter) {
   std::size_t size = 16;
-  if (depth > Filter::maxNestingDepth) return size;
-  for (const std::unique_ptr<AbstractFilter>& child : filter.getChildren()) {
-    size += visit(*child, [depth](const auto& node) -> std::size_t {
-      using Node = std::decay_t<decltype(node)>;
-      if constexpr (std::is_same_v<Node, Filter>) {
-        return filterTextSize(node, depth + 1);
-      } else if constexpr (std::is_same_v<Node, ContentFilter>) {
-        return 32 + entityTextSize(node.getEntities());
-      } else {
-        return 64;
-      }
-    });
-  }
+  const auto compound = [&size](const Filter&) {
+    size += 16;
+    return true;
+  };
+  walkFilter(filter, compound, [](const Filter&) { return true; },
+             [&size](const AbstractFilter& node) {
+               const ContentFilter* content = typeid(node) == typeid(ContentFilter)
+                                                  ? static_cast<const ContentFilter*>(&node)
+                                                  : nullptr;
+               size += content != nullptr ? 32 + entityTextSize(content->getEntities()) : 64;
+               return true;
+             });
   return size;
 }
 
 std::size_t requestTextSize(const NetworkKovaRequest& request) {
-  std::size_t size = 64 + filterTextSize(request.getFilter(), 0);
+  std::size_t size = 64 + filterTextSize(request.getFilter());
   for (const TavColumnArray* columns : {&request.getKeys(), &request.getValues()}) {
     for (const TavColumn& column : *columns) size += 96 + entityTextSize(column.getEntities());
   }
@@ -344,7 +365,7 @@ std::string InterfaceAtomFilter::dumpFilterType() const {
 
 std::string Filter::dump() const {
   lytFilterParser::detail::Writer out;
-  lytFilterParser::detail::write(out, *this, 0);
+  lytFilterParser::detail::write(out, *this);
   return out.finish();
 }
 
@@ -374,7 +395,7 @@ std::string NetworkKovaRequest::dumpSort() const {
 
 std::string NetworkKovaRequest::dump() const {
   lytFilterParser::detail::Writer out(lytFilterParser::detail::requestTextSize(*this));
-  lytFilterParser::detail::write(out, filter, 0);
+  lytFilterParser::detail::write(out, filter);
   lytFilterParser::detail::write(out, keys);
   lytFilterParser::detail::write(out, values);
   lytFilterParser::detail::writeSort(out, *this);

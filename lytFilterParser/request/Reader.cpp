@@ -32,6 +32,7 @@
 
 #include "lytFilterParser/column/TavColumn.h"
 #include "lytFilterParser/column/TavColumnFilter.h"
+#include "lytFilterParser/detail/SmallStack.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/entity/TavEntity.h"
 #include "lytFilterParser/entity/TavEntityArray.h"
@@ -221,26 +222,22 @@ struct OpenFilter {
 template <class Tokens>
 bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool bracketed) {
   // The compound filters still open stand on a stack of their own, not on
-  // frames of this function. A complete filter joins its parent only then,
-  // so a fault leaves the parent as far as it was read. Nesting is limited
-  // because the writers and the tree's other walks still recurse.
+  // frames of this function, so that any depth reads in constant stack
+  // space. A complete filter joins its parent only then, so a fault leaves
+  // the parent as far as it was read.
   OpenFilter open{nullptr, &filter, bracketed};
-  std::vector<OpenFilter> outer;
+  SmallStack<OpenFilter, 8> outer;
   for (;;) {
     if (cur != tokens.end() && isOption(*cur, OPTION_FILTER)) {
       ++cur;
       // Most compound filters hold two or a few children: one allocation for them.
       if (open.filter->children.capacity() == 0) open.filter->children.reserve(4);
       if (cur != tokens.end() && isOperatorWord(*cur)) {
-        if (outer.size() + 1 > static_cast<std::size_t>(Filter::maxNestingDepth)) {
-          return refuse("Filter nesting is deeper than the limit of " + std::to_string(Filter::maxNestingDepth) +
-                        " levels");
-        }
         std::unique_ptr<Filter> inner(new Filter());
         filterOperator(*inner, tokens, cur);
         const bool innerBracketed = cur != tokens.end() && isChar(*cur, kOpenBracket);
         if (innerBracketed) ++cur;
-        outer.push_back(std::move(open));
+        outer.push(std::move(open));
         Filter* const raw = inner.get();
         open = OpenFilter{std::move(inner), raw, innerBracketed};
         continue;
@@ -258,8 +255,7 @@ bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool br
     }
     if (outer.empty()) return true;
     std::unique_ptr<Filter> complete = std::move(open.owner);
-    open = std::move(outer.back());
-    outer.pop_back();
+    open = outer.pop();
     open.filter->children.push_back(std::move(complete));
   }
 }

@@ -3,6 +3,10 @@
 // read back to themselves.
 #include <gtest/gtest.h>
 
+#include <pthread.h>
+
+#include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
@@ -68,11 +72,116 @@ std::string repeated(const std::string& unit, std::size_t count) {
   return text;
 }
 
-TEST(LargeInput, AMillionBracketsOrDeepNestingAreRefusedWithAMessage) {
+TEST(LargeInput, AMillionBracketsAreRefusedWithAMessage) {
   EXPECT_EQ(writeOf("-f and " + repeated("[ ", 1000000)), "error: `]` expected instead of: [");
   EXPECT_EQ(writeOf("-f " + repeated("[ ", 1000000)), "error: Invalid type: [");
-  EXPECT_EQ(writeOf(repeated("-f and ", 200000) + "-f src a"),
-            "error: Filter nesting is deeper than the limit of " + std::to_string(Filter::maxNestingDepth) + " levels");
+}
+
+// --- any depth ---------------------------------------------------------------
+//
+// Every operation on a deep tree runs on a thread with a 256 KiB stack: one
+// frame per level would overflow it long before the last level. The depth is
+// 1,000,000 unless LFP_TEST_DEPTH says otherwise (memcheck runs fewer).
+
+int testDepth() {
+  const char* depth = std::getenv("LFP_TEST_DEPTH");
+  return depth != nullptr ? std::atoi(depth) : 1000000;
+}
+
+void onSmallStack(const std::function<void()>& body) {
+  pthread_attr_t attributes;
+  ASSERT_EQ(0, pthread_attr_init(&attributes));
+  ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, 256 * 1024));
+  pthread_t thread;
+  const auto run = [](void* argument) -> void* {
+    (*static_cast<const std::function<void()>*>(argument))();
+    return nullptr;
+  };
+  ASSERT_EQ(0, pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&body)));
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+}
+
+// `levels` compound filters, each holding the next, the innermost an atom.
+std::string nestedRequest(int levels, bool bracketed) {
+  const std::string head = bracketed ? "-f or [ " : "-f or ";
+  return repeated(head, levels) + "-f src 10.0.0.1 " + (bracketed ? repeated("] ", levels) : "") + "-k svc -v wb";
+}
+
+// Each more nesting level with a single child writes two more blanks after
+// the atom; everything else is written as at depth 2.
+std::string deepened(const std::string& atDepth2, int levels) {
+  const std::size_t afterAtom = atDepth2.find("10.0.0.1") + 8;
+  return atDepth2.substr(0, afterAtom) + std::string(2 * (levels - 2), ' ') + atDepth2.substr(afterAtom);
+}
+
+// What a request gives besides its text: the legacy syntax, validation for
+// every peer, and its module names.
+std::string everything(NetworkKovaRequest& request) {
+  std::string out = request.dump(TavVersion(1)) + '\n';
+  for (int peer = 1; peer <= 3; ++peer) {
+    NetworkKovaRequest completed(request);
+    std::string message;
+    out += completed.isValid(TavVersion(peer), message) ? "valid " : message + ' ';
+  }
+  std::string message;
+  out += std::to_string(request.getMinimalValidVersion(message));
+  for (const std::string& name : request.getModuleNames()) out += ' ' + name;
+  return out;
+}
+
+TEST(AnyDepth, DeepRequestTextIsReadWrittenValidatedConvertedAndDestroyed) {
+  const int levels = testDepth();
+  for (bool bracketed : {true, false}) {
+    onSmallStack([&] {
+      const std::unique_ptr<NetworkKovaRequest> shallow = lfptest::readRequest(nestedRequest(2, bracketed));
+      const std::unique_ptr<NetworkKovaRequest> deep = lfptest::readRequest(nestedRequest(levels, bracketed));
+      ASSERT_TRUE(deep) << bracketed;
+      EXPECT_EQ(deep->dump(), deepened(shallow->dump(), levels));
+      EXPECT_EQ(everything(*deep), everything(*shallow));
+      std::string error;
+      EXPECT_EQ(LYTKovaRequest::convert(nestedRequest(levels, bracketed), error),
+                LYTKovaRequest::convert(nestedRequest(2, bracketed), error));
+    });
+  }
+}
+
+TEST(AnyDepth, DeepTreeBuiltInCodeIsCopiedComparedWalkedWrittenAndDestroyed) {
+  const int levels = testDepth();
+  onSmallStack([&] {
+    auto root = std::make_unique<Filter>();
+    Filter* bottom = root.get();
+    for (int level = 1; level < levels; ++level) {
+      auto inner = std::make_unique<Filter>();
+      Filter* const next = inner.get();
+      bottom->addChild(std::move(inner));
+      bottom = next;
+    }
+    strList address{"10.0.0.1"};
+    bottom->addChild(std::make_unique<ContentFilter>(TAV_SRC, false, TavEntityArray(address)));
+    const std::unique_ptr<NetworkKovaRequest> shallow = lfptest::readRequest(nestedRequest(2, false));
+    NetworkKovaRequest deep(*root, shallow->getKeys(), shallow->getValues(), TAV_SORT_NONE, 1);
+    root.reset();
+    Filter assigned;
+    assigned = deep.getFilter();
+    std::unique_ptr<AbstractFilter> cloned(assigned.clone());
+    EXPECT_EQ(deep.dump(), deepened(shallow->dump(), levels));
+    EXPECT_EQ(cloned->dump(), deep.getFilter().dump());
+    EXPECT_EQ(everything(deep), everything(*shallow));
+    strList oldNames{"10.0.0.1", "svc"}, newNames{"gw", "x"};
+    ASSERT_TRUE(deep.setModuleNames(oldNames, newNames));
+    EXPECT_NE(deep.dump().find("10.0.0.1<>gw "), std::string::npos);
+  });
+}
+
+TEST(AnyDepth, DeepLegacyLineIsConverted) {
+  const auto line = [](int levels) {
+    return "-filter [ and " + repeated("[", levels) + "src 1 [ 10.0.0.1 ]" + repeated("]", levels) + " -y b";
+  };
+  onSmallStack([&] {
+    std::string error;
+    EXPECT_EQ(LYTKovaRequest::convert(line(testDepth()), error), LYTKovaRequest::convert(line(1), error));
+  });
 }
 
 // Written text reads back to itself, except where the text form cannot carry
