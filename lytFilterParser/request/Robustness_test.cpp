@@ -167,7 +167,8 @@ TEST(AnyDepth, DeepTreeBuiltInCodeIsCopiedComparedWalkedWrittenAndDestroyed) {
     std::unique_ptr<AbstractFilter> cloned(assigned.clone());
     EXPECT_EQ(deep.dump(), deepened(shallow->dump(), levels));
     EXPECT_EQ(cloned->dump(), deep.getFilter().dump());
-    EXPECT_EQ(everything(deep), everything(*shallow));
+    EXPECT_EQ(deep.dump(TavVersion(1)), shallow->dump(TavVersion(1)));
+    EXPECT_EQ(deep.getModuleNames(), shallow->getModuleNames());
     strList oldNames{"10.0.0.1", "svc"}, newNames{"gw", "x"};
     ASSERT_TRUE(deep.setModuleNames(oldNames, newNames));
     EXPECT_NE(deep.dump().find("10.0.0.1<>gw "), std::string::npos);
