@@ -32,7 +32,8 @@ const char* const kRequestNote =
     "A REQUEST that starts with \"-\" is the request, not an option of lytreq.\n"
     "Batch input (standard input or --file): one request per line; blank lines and lines\n"
     "starting with \"#\" are skipped; a rejected line is reported as \"line N: ...\" on\n"
-    "standard error and the other lines go on.\n"
+    "standard error and the other lines go on; -n puts the input line number before each\n"
+    "line of a result.\n"
     "Exit status: 0 all requests succeeded, 1 one was rejected, 2 usage error.\n"
     "\n";
 
@@ -158,8 +159,8 @@ const Subcommand kSubcommands[] = {
      false, false, false, nullptr, runParse},
     {"check", "Check a network request for a peer, and find the oldest peer that accepts it",
      "Prints \"valid\" or \"invalid: MESSAGE\", then the oldest peer that accepts the request\n"
-     "(\"minimal peer: N\"; \"none\" when no peer does); a request it cannot check gives\n"
-     "\"error: MESSAGE\". Only network requests can be checked.\n"
+     "(\"minimal peer: N\"; \"none\" when no peer does). Only network requests can be checked;\n"
+     "in batch input, a request that cannot be checked gives \"error: MESSAGE\".\n"
      "\n"
      "Examples:\n"
      "  lytreq check '-k src -v wb'\n"
