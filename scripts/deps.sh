@@ -3,21 +3,32 @@
 # lytFilterParser. Idempotent: only missing packages are installed, and
 # `apt-get update` runs only when something is missing.
 #
-# Usage: scripts/deps.sh [package ...]
-#   With no arguments the full default set is checked.
+# Usage: scripts/deps.sh [--tool | package ...]
+#   With no arguments the full default set is checked; --tool checks only
+#   what building the library and lytreq needs (scripts/demo.sh).
 set -euo pipefail
 
+TOOL_PACKAGES=(
+  cmake ninja-build g++
+  libcli11-dev nlohmann-json3-dev
+)
+
 DEFAULT_PACKAGES=(
-  cmake ninja-build g++ pkg-config
+  "${TOOL_PACKAGES[@]}"
+  pkg-config
   libgtest-dev googletest
   libbenchmark-dev
-  libcli11-dev nlohmann-json3-dev python3
+  python3
   clang libclang-rt-14-dev
   valgrind
   g++-multilib
+  bash-completion  # the test of lytreq's bash completion runs it
+  groff-base       # the test of the man pages formats them
 )
 
-if [[ $# -gt 0 ]]; then
+if [[ ${1:-} == --tool ]]; then
+  packages=("${TOOL_PACKAGES[@]}")
+elif [[ $# -gt 0 ]]; then
   packages=("$@")
 else
   packages=("${DEFAULT_PACKAGES[@]}")

@@ -63,9 +63,20 @@ unsigned valueTypePlaces(const detail::ValueTypeRow& row) {
   return places;
 }
 
+// Where the value type that follows an option stands; the sort option takes none.
+unsigned optionPlace(detail::RequestOption option) {
+  switch (option) {
+    case detail::OPTION_FILTER: return PLACE_FILTER;
+    case detail::OPTION_KEY: return PLACE_KEY;
+    case detail::OPTION_VALUE: return PLACE_VALUE;
+    case detail::OPTION_SORT: return 0;
+  }
+  return 0;
+}
+
 void addCurrentSyntax(Builder& list) {
   for (const detail::Word<detail::RequestOption>& option : detail::kRequestOptions) {
-    list.add(option.text, WordKind::Option, -1, option.meaning, kAllPeers);
+    list.add(option.text, WordKind::Option, -1, option.meaning, kAllPeers, true, true, optionPlace(option.code));
   }
   for (const detail::ValueTypeRow& row : detail::valueTypeRows()) {
     list.add(row.keyword, WordKind::ValueType, row.type, row.meaning, valueTypePeers(row), true, row.written,

@@ -42,7 +42,8 @@ struct Word {
                              // for a legacy option, the WordKind of the words it takes
   std::string_view meaning;  // one line for people
   unsigned peers;            // bit v set when a peer of version v (1..3) takes it
-  unsigned places;           // value types: the WordPlace bits of where validation takes it; 0 for other words
+  unsigned places;           // value types: the WordPlace bits of where validation takes it; options: the
+                             // place of the value type that follows ("-s" takes none: 0); 0 for other words
   bool readable;             // the readers take it ("-filter" and two legacy letters are only written)
   bool written;              // the writers write it ("telNumber", "AND", "NOT", "sort=top" ... are only read)
 

@@ -71,6 +71,18 @@ void checkValueType(const Word& word) {
   }
 }
 
+// An option: a value type after it stands where the option's place says.
+void checkOption(const Word& word) {
+  std::string error;
+  std::unique_ptr<LYTKovaRequest> read(LYTKovaRequest::getLYTKovaRequest(text(word) + " src", error));
+  const auto* request = dynamic_cast<const NetworkKovaRequest*>(read.get());
+  unsigned places = 0;
+  if (request != nullptr && !request->getFilter().getChildren().empty()) places |= lytFilterParser::PLACE_FILTER;
+  if (request != nullptr && !request->getKeys().empty()) places |= lytFilterParser::PLACE_KEY;
+  if (request != nullptr && !request->getValues().empty()) places |= lytFilterParser::PLACE_VALUE;
+  EXPECT_EQ(places, word.places);
+}
+
 // The requests a word of the current syntax is read in: the peers that
 // take any of them are the word's peers, and the last one is written.
 std::vector<std::string> probes(const Word& word) {
@@ -178,6 +190,8 @@ TEST(Vocabulary, EveryWordIsReadAndWrittenWhereItsRowSays) {
     kinds.insert(word.kind);
     if (word.kind == WordKind::ValueType) {
       checkValueType(word);
+    } else if (word.kind == WordKind::Option) {
+      checkOption(word);
     } else {
       checkCurrentWord(word);
       checkLegacyWord(word);

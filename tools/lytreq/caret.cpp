@@ -69,20 +69,4 @@ std::size_t characterCount(const std::string& text, std::size_t from, std::size_
   return count;
 }
 
-std::string caretLine(const std::string& text, Span span) {
-  std::string line;
-  const std::size_t start = span.start < text.size() ? span.start : text.size();
-  for (std::size_t i = 0; i < start; ++i) {
-    if (text[i] == '\t') {
-      line += '\t';
-    } else if (!isContinuationByte(text[i])) {
-      line += ' ';
-    }
-  }
-  line += '^';
-  const std::size_t width = characterCount(text, start, start + span.length);
-  if (width > 1) line.append(width - 1, '~');
-  return line;
-}
-
 }  // namespace lytreq

@@ -1,6 +1,6 @@
 // Where in the request text the reader stopped: the character span of each
 // token of a token list, kept across the changes the parsers make to the
-// list, and the "^~~~" marker drawn under the text.
+// list (echo.h draws the marker under the text).
 #ifndef LYTREQ_CARET_H
 #define LYTREQ_CARET_H
 
@@ -50,11 +50,6 @@ class TokenMap {
 
 // Number of characters (UTF-8 code points) in text[from, to).
 std::size_t characterCount(const std::string& text, std::size_t from, std::size_t to);
-
-// The marker line for `span` under `text`: blanks (tabs where the text has
-// tabs) up to the span, then "^" and one "~" for each further character of
-// the token; a single "^" for an empty span.
-std::string caretLine(const std::string& text, Span span);
 
 }  // namespace lytreq
 

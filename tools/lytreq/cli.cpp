@@ -1,11 +1,16 @@
 #include "cli.h"
 
+#include <cerrno>
+#include <cstring>
 #include <functional>
+#include <iterator>
 #include <optional>
 
 #include <CLI/CLI.hpp>
 
+#include "arguments.h"
 #include "commands.h"
+#include "completion.h"
 #include "demo.h"
 #include "input.h"
 #include "keywords.h"
@@ -16,37 +21,19 @@ namespace lytreq {
 
 namespace {
 
-const char* const kValueOptions[] = {"--peer", "--file", "--map"};
-const char* const kFlagOptions[] = {"--json", "--help", "-h", "--version"};
-
-bool isValueOption(const std::string& arg) {
-  for (const char* option : kValueOptions) {
-    if (arg == option) return true;
-  }
-  return false;
-}
-
-bool isToolOption(const std::string& arg) {
-  if (isValueOption(arg)) return true;
-  for (const char* option : kFlagOptions) {
-    if (arg == option) return true;
-  }
-  for (const char* option : kValueOptions) {
-    if (arg.rfind(std::string(option) + "=", 0) == 0) return true;
-  }
-  return false;
-}
-
 const char* const kRequestHelp = "The request; \"-\" or none: read requests from standard input";
 const char* const kFileHelp = "Read requests from FILE (\"-\": standard input), one per line";
 const char* const kJsonHelp = "Write one JSON object per request";
+const char* const kLineNumberHelp = "Put the input line number and a colon before each line of a result";
+const char* const kShellHelp = "bash or zsh";
 
 // The part of every request-taking subcommand's footer before its examples.
 const char* const kRequestNote =
     "A REQUEST that starts with \"-\" is the request, not an option of lytreq.\n"
     "Batch input (standard input or --file): one request per line; blank lines and lines\n"
     "starting with \"#\" are skipped; a rejected line is reported as \"line N: ...\" on\n"
-    "standard error and the other lines go on.\n"
+    "standard error and the other lines go on; -n puts the input line number before each\n"
+    "line of a result.\n"
     "Exit status: 0 all requests succeeded, 1 one was rejected, 2 usage error.\n"
     "\n";
 
@@ -55,9 +42,11 @@ struct Given {
   Source source;
   std::string file;  // --file, taken only when it was given
   bool json = false;
+  bool lineNumbers = false;
   int peer = 0;
   bool peerGiven = false;  // parse writes for a peer only when asked to
   std::string map;
+  std::string shell;  // completion's argument
 };
 
 // Where a subcommand reads and writes.
@@ -65,6 +54,7 @@ struct Streams {
   std::istream& in;
   std::ostream& out;
   std::ostream& err;
+  bool inputIsTerminal;
 };
 
 // The --peer option of a subcommand: its help, range and default.
@@ -81,20 +71,30 @@ struct Subcommand {
   const char* name;
   const char* description;
   const char* footer;  // for a request-taking subcommand, the note on requests goes before "Examples:"
-  bool takesRequests;  // REQUEST, --file and --json "per request"; else only --json
-  const char* jsonHelp;
+  bool takesRequests;  // REQUEST, --file, -n and --json "per request"; else only --json
+  const char* jsonHelp;  // nullptr: no --json
   std::optional<PeerOption> peer;
-  bool takesMap;  // resolve's --map
+  bool takesMap;       // resolve's --map
+  bool severalLines;   // a request's text output may take several lines: requests are set apart
+  bool legacy;         // its requests are legacy command lines
+  const char* argument;  // the name of its one plain argument, or nullptr
   int (*run)(const Given& given, Streams& io);
 };
 
 // Runs `command` on every request of `given` and writes the reports.
-int runRequests(const Given& given, Streams& io, const std::function<Report(const std::string&)>& command) {
+int runRequests(const Given& given, Streams& io, bool severalLines,
+                const std::function<Report(const std::string&)>& command) {
+  if (io.inputIsTerminal && readsStandardInput(given.source)) {
+    io.err << "lytreq: reading requests from standard input, one per line (end with Ctrl-D)\n";
+  }
   bool rejected = false;
+  bool first = true;
   forEachRequest(given.source, io.in, [&](const Request& request) {
     Report report = command(request.text);
     report.line = request.line;
-    writeReport(report, given.json, io.out, io.err);
+    if (severalLines && !given.json && !first) io.out << '\n';
+    first = false;
+    writeReport(report, given.json, given.lineNumbers, io.out, io.err);
     if (report.rejected()) rejected = true;
   });
   return rejected ? EXIT_REJECTED : EXIT_OK;
@@ -103,28 +103,28 @@ int runRequests(const Given& given, Streams& io, const std::function<Report(cons
 int runParse(const Given& given, Streams& io) {
   std::optional<int> peer;
   if (given.peerGiven) peer = given.peer;
-  return runRequests(given, io, [&](const std::string& text) { return parseCommand(text, peer); });
+  return runRequests(given, io, false, [&](const std::string& text) { return parseCommand(text, peer); });
 }
 
 int runCheck(const Given& given, Streams& io) {
-  return runRequests(given, io, [&](const std::string& text) { return checkCommand(text, given.peer); });
+  return runRequests(given, io, false, [&](const std::string& text) { return checkCommand(text, given.peer); });
 }
 
 int runConvert(const Given& given, Streams& io) {
-  return runRequests(given, io, [&](const std::string& text) { return convertCommand(text, given.peer); });
+  return runRequests(given, io, false, [&](const std::string& text) { return convertCommand(text, given.peer); });
 }
 
 int runColumns(const Given& given, Streams& io) {
-  return runRequests(given, io, [&](const std::string& text) { return columnsCommand(text, given.peer); });
+  return runRequests(given, io, true, [&](const std::string& text) { return columnsCommand(text, given.peer); });
 }
 
 int runNames(const Given& given, Streams& io) {
-  return runRequests(given, io, [](const std::string& text) { return namesCommand(text); });
+  return runRequests(given, io, true, [](const std::string& text) { return namesCommand(text); });
 }
 
 int runResolve(const Given& given, Streams& io) {
   const NameMap map = readNameMap(given.map);
-  return runRequests(given, io, [&](const std::string& text) { return resolveCommand(text, map); });
+  return runRequests(given, io, false, [&](const std::string& text) { return resolveCommand(text, map); });
 }
 
 int runKeywords(const Given& given, Streams& io) {
@@ -141,66 +141,81 @@ int runDemoCommand(const Given& given, Streams& io) {
   return EXIT_OK;
 }
 
-const std::vector<Subcommand>& subcommands() {
-  static const std::vector<Subcommand> kSubcommands = {
-      {"parse", "Read a request and write it as the library writes it",
-       "Examples:\n"
-       "  lytreq parse '-f src 10.0.0.1 -k svc -v wb acc=rate -s top'\n"
-       "  lytreq parse --peer 2 '-f src 10.0.0.1 -k src -v conn acc=new'\n"
-       "  lytreq parse 'vl link7 -t application'\n"
-       "  lytreq parse --json --file requests.txt",
-       true, kJsonHelp, PeerOption{"Write for peer N (0-3); 1 and 2: legacy syntax", 0, 3, TAV_VERSION_CURRENT, false},
-       false, runParse},
-      {"check", "Check a network request for a peer, and find the oldest peer that accepts it",
-       "Prints \"valid\" or \"invalid: MESSAGE\", then the oldest peer that accepts the request\n"
-       "(\"minimal peer: N\"; \"none\" when no peer does). Only network requests can be checked.\n"
-       "\n"
-       "Examples:\n"
-       "  lytreq check '-k src -v wb'\n"
-       "  lytreq check --peer 1 '-k src -v wb -v pkt'\n"
-       "  printf '%s\\n' '-k src -v wb' '-k url -v wb' | lytreq check --json",
-       true, kJsonHelp, PeerOption{"Peer version (0-3)", 0, 3, TAV_VERSION_CURRENT, true}, false, runCheck},
-      {"convert", "Convert a legacy command line to the current syntax",
-       "Examples:\n"
-       "  lytreq convert '-g topsrc -y b'\n"
-       "  lytreq convert '-filter [ and [[src 1 [10.0.0.1 ]]]] -a a -y c -g topdst'",
-       true, kJsonHelp, PeerOption{"Legacy peer version (1 or 2)", 1, 2, TAV_VERSION_LEGACY_2, true}, false,
-       runConvert},
-      {"columns", "List the query-interface columns of a network request",
-       "Prints, per column in request order: catalogue number, catalogue name, role (key or\n"
-       "value) and value type. Peer 3 maps every column; peers 1 and 2 only the first key and\n"
-       "the first value.\n"
-       "\n"
-       "Examples:\n"
-       "  lytreq columns '-k src -k svc -v wb -v pkt'\n"
-       "  lytreq columns --peer 2 '-k src -v conn acc=new'",
-       true, kJsonHelp, PeerOption{"Peer version (1-3)", 1, 3, TAV_VERSION_CURRENT, true}, false, runColumns},
-      {"names", "List the module names a request refers to, one per line",
-       "Examples:\n"
-       "  lytreq names '-f src gw1 gw2 -k dst web1 web2 -v wb'\n"
-       "  lytreq names --json --file requests.txt",
-       true, kJsonHelp, std::nullopt, false, runNames},
-      {"resolve", "Set resolved module names from a map file and write the request",
-       "The map file holds lines \"name resolved\"; blank lines and lines starting with \"#\" are\n"
-       "skipped. A module name of the request that the map lacks rejects the request.\n"
-       "\n"
-       "Examples:\n"
-       "  printf 'gw1 10.0.0.1\\ngw2 10.0.0.2\\n' > names.map\n"
-       "  lytreq resolve --map names.map '-f src gw1 gw2 -k svc -v wb'",
-       true, kJsonHelp, std::nullopt, true, runResolve},
-      {"keywords", "List the words of the request syntax and the column catalogues",
-       "Examples:\n"
-       "  lytreq keywords\n"
-       "  lytreq keywords --json",
-       false, "Write one JSON object", std::nullopt, false, runKeywords},
-      {"demo", "Run the subcommands on built-in sample requests",
-       "Examples:\n"
-       "  lytreq demo\n"
-       "  lytreq demo --json",
-       false, "Write the reports as JSON objects", std::nullopt, false, runDemoCommand},
-  };
-  return kSubcommands;
+std::vector<CommandShape> shapes();
+
+int runCompletion(const Given& given, Streams& io) {
+  writeCompletion(given.shell, shapes(), io.out);
+  return EXIT_OK;
 }
+
+const Subcommand kSubcommands[] = {
+    {"parse", "Read a request and write it as the library writes it",
+     "Examples:\n"
+     "  lytreq parse '-f src 10.0.0.1 -k svc -v wb acc=rate -s top'\n"
+     "  lytreq parse --peer 2 '-f src 10.0.0.1 -k src -v conn acc=new'\n"
+     "  lytreq parse 'vl link7 -t application'\n"
+     "  lytreq parse --json --file requests.txt",
+     true, kJsonHelp, PeerOption{"Write for peer N (1-3); 1 and 2: legacy syntax", 1, 3, TAV_VERSION_CURRENT, false},
+     false, false, false, nullptr, runParse},
+    {"check", "Check a network request for a peer, and find the oldest peer that accepts it",
+     "Prints \"valid\" or \"invalid: MESSAGE\", then the oldest peer that accepts the request\n"
+     "(\"minimal peer: N\"; \"none\" when no peer does). Only network requests can be checked;\n"
+     "in batch input, a request that cannot be checked gives \"error: MESSAGE\".\n"
+     "\n"
+     "Examples:\n"
+     "  lytreq check '-k src -v wb'\n"
+     "  lytreq check --peer 1 '-k src -v wb -v pkt'\n"
+     "  printf '%s\\n' '-k src -v wb' '-k url -v wb' | lytreq check --json",
+     true, kJsonHelp, PeerOption{"Peer version (0-3)", 0, 3, TAV_VERSION_CURRENT, true}, false, false, false, nullptr,
+     runCheck},
+    {"convert", "Convert a legacy command line to the current syntax",
+     "Examples:\n"
+     "  lytreq convert '-g topsrc -y b'\n"
+     "  lytreq convert '-filter [ and [[src 1 [10.0.0.1 ]]]] -a a -y c -g topdst'",
+     true, kJsonHelp, PeerOption{"Legacy peer version (1 or 2)", 1, 2, TAV_VERSION_LEGACY_2, true}, false, false,
+     true, nullptr, runConvert},
+    {"columns", "List the query-interface columns of a network request",
+     "Prints, per column in request order: catalogue number, catalogue name, role (key or\n"
+     "value) and value type. Peer 3 maps every column; peers 1 and 2 only the first key and\n"
+     "the first value. In batch input an empty line sets the requests apart.\n"
+     "\n"
+     "Examples:\n"
+     "  lytreq columns '-k src -k svc -v wb -v pkt'\n"
+     "  lytreq columns --peer 2 '-k src -v conn acc=new'",
+     true, kJsonHelp, PeerOption{"Peer version (1-3)", 1, 3, TAV_VERSION_CURRENT, true}, false, true, false, nullptr,
+     runColumns},
+    {"names", "List the module names a request refers to, one per line",
+     "In batch input an empty line sets the requests apart.\n"
+     "\n"
+     "Examples:\n"
+     "  lytreq names '-f src gw1 gw2 -k dst web1 web2 -v wb'\n"
+     "  lytreq names --json --file requests.txt",
+     true, kJsonHelp, std::nullopt, false, true, false, nullptr, runNames},
+    {"resolve", "Set resolved module names from a map file and write the request",
+     "The map file holds lines \"name resolved\"; blank lines and lines starting with \"#\" are\n"
+     "skipped. A resolved name may not hold a blank or a bracket. A module name of the request\n"
+     "that the map lacks rejects the request.\n"
+     "\n"
+     "Examples:\n"
+     "  printf 'gw1 10.0.0.1\\ngw2 10.0.0.2\\n' > names.map\n"
+     "  lytreq resolve --map names.map '-f src gw1 gw2 -k svc -v wb'",
+     true, kJsonHelp, std::nullopt, true, false, false, nullptr, runResolve},
+    {"keywords", "List the words of the request syntax and the column catalogues",
+     "Examples:\n"
+     "  lytreq keywords\n"
+     "  lytreq keywords --json",
+     false, "Write one JSON object", std::nullopt, false, false, false, nullptr, runKeywords},
+    {"demo", "Run the subcommands on built-in sample requests",
+     "Examples:\n"
+     "  lytreq demo\n"
+     "  lytreq demo --json",
+     false, "Write the reports as JSON objects", std::nullopt, false, false, false, nullptr, runDemoCommand},
+    {"completion", "Print the shell completion script for bash or zsh",
+     "Examples:\n"
+     "  source <(lytreq completion bash)\n"
+     "  lytreq completion zsh > ~/.zsh/functions/_lytreq",
+     false, nullptr, std::nullopt, false, false, false, "SHELL", runCompletion},
+};
 
 // The footer of a request-taking subcommand: its own text, the note on
 // requests and batch input, then its examples.
@@ -216,8 +231,10 @@ CLI::App* addSubcommand(CLI::App& app, const Subcommand& row, Given& given) {
   if (row.takesRequests) {
     command->add_option("REQUEST", given.source.words, kRequestHelp);
     command->add_option("--file", given.file, kFileHelp)->type_name("FILE");
+    command->add_flag("-n,--line-number", given.lineNumbers, kLineNumberHelp);
   }
-  command->add_flag("--json", given.json, row.jsonHelp);
+  if (row.jsonHelp != nullptr) command->add_flag("--json", given.json, row.jsonHelp);
+  if (row.argument != nullptr) command->add_option(row.argument, given.shell, kShellHelp)->required();
   if (row.peer) {
     given.peer = row.peer->fallback;
     CLI::Option* peer =
@@ -237,7 +254,9 @@ void describe(CLI::App& app) {
   app.set_version_flag("--version", std::string("lytreq ") + LFP_LIBRARY_VERSION_STRING);
   app.get_formatter()->column_width(28);
   app.footer(
-      "Exit status: 0 when every request succeeded, 1 when the library rejected one, 2 for a usage error.\n"
+      "Global options (--json, --peer ...) may also stand before the subcommand.\n"
+      "Exit status: 0 when every request succeeded, 1 when the library rejected one, 2 for a usage\n"
+      "error or a failure to read or write.\n"
       "\n"
       "Examples:\n"
       "  lytreq demo\n"
@@ -266,66 +285,66 @@ int dispatch(const Subcommand& row, CLI::App* command, Given& given, Streams& io
   }
 }
 
-}  // namespace
-
-std::vector<std::string> separateRequestArguments(const std::vector<std::string>& args) {
-  std::vector<std::string> kept;
-  std::vector<std::string> moved;
-  bool subcommandSeen = false;
-  std::size_t i = 0;
-  if (!args.empty()) kept.push_back(args[i++]);
-  while (i < args.size()) {
-    const std::string& arg = args[i];
-    if (arg == "--") break;
-    if (isValueOption(arg)) {
-      kept.push_back(arg);
-      if (i + 1 < args.size()) kept.push_back(args[i + 1]);
-      i += 2;
-      continue;
-    }
-    const bool option = isToolOption(arg) || arg.rfind("--", 0) == 0;
-    if (!subcommandSeen || option) {
-      // Before the subcommand everything stays; an unknown "--word" is left
-      // for the option parser to refuse.
-      if (!option && (arg.empty() || arg[0] != '-')) subcommandSeen = true;
-      kept.push_back(arg);
-    } else {
-      // A word of the request, "-" included.
-      moved.push_back(arg);
-    }
-    ++i;
-  }
-  const bool hadSeparator = i < args.size();
-  if (!moved.empty() || hadSeparator) kept.emplace_back("--");
-  kept.insert(kept.end(), moved.begin(), moved.end());
-  if (hadSeparator) kept.insert(kept.end(), args.begin() + static_cast<std::ptrdiff_t>(i) + 1, args.end());
-  return kept;
+// A call that lytreq cannot make: the message, hints, and where help is.
+int usageError(std::ostream& err, const std::string& message, const std::string& command,
+               const std::vector<std::string>& hints) {
+  err << "lytreq: " << message << '\n';
+  for (const std::string& hint : hints) err << hint << '\n';
+  err << "Try 'lytreq " << (command.empty() ? "" : command + " ") << "--help' for more information.\n";
+  return EXIT_USAGE;
 }
 
-int run(std::vector<std::string> args, std::istream& in, std::ostream& out, std::ostream& err) {
+// Like cat and jq: what could not be written is an error, not a success.
+// The reason is the one the failed write left in errno (run() clears it first).
+int checkWritten(int status, std::ostream& out, std::ostream& err) {
+  out.flush();
+  if (out) return status;
+  err << "lytreq: cannot write standard output";
+  if (errno != 0) err << ": " << std::strerror(errno);
+  err << '\n';
+  return EXIT_USAGE;
+}
+
+std::vector<CommandShape> shapes() {
+  std::vector<CommandShape> result;
+  for (const Subcommand& row : kSubcommands) {
+    result.push_back(CommandShape{row.name, row.takesRequests, row.peer.has_value(), row.takesMap,
+                                  row.jsonHelp != nullptr, row.legacy, row.argument});
+  }
+  return result;
+}
+
+}  // namespace
+
+int run(std::vector<std::string> args, std::istream& in, std::ostream& out, std::ostream& err, bool inputIsTerminal) {
   CLI::App app{
       "Reads, checks, writes and converts monitoring-view requests with the lytFilterParser library.\n"
       "Subcommands that take a REQUEST also read requests from standard input, one per line,\n"
       "when REQUEST is \"-\" or missing, or from --file.",
       "lytreq"};
   describe(app);
-  const std::vector<Subcommand>& rows = subcommands();
-  std::vector<Given> given(rows.size());  // sized once: the options keep pointers into it
+  errno = 0;
+  const std::size_t count = std::size(kSubcommands);
+  std::vector<Given> given(count);  // sized once: the options keep pointers into it
   std::vector<CLI::App*> commands;
-  for (std::size_t i = 0; i < rows.size(); ++i) commands.push_back(addSubcommand(app, rows[i], given[i]));
+  for (std::size_t i = 0; i < count; ++i) commands.push_back(addSubcommand(app, kSubcommands[i], given[i]));
 
-  args = separateRequestArguments(args);
+  try {
+    args = arrangeArguments(args, shapes());
+  } catch (const ArgumentError& error) {
+    return usageError(err, error.message, error.command, error.hints);
+  }
   std::vector<std::string> reversed(args.rbegin(), args.rend() - 1);
   try {
     app.parse(reversed);
   } catch (const CLI::ParseError& error) {
-    const int status = app.exit(error, out, err);
-    return status == 0 ? EXIT_OK : EXIT_USAGE;
+    if (error.get_exit_code() == 0) return checkWritten(app.exit(error, out, err), out, err);  // --help, --version
+    return usageError(err, error.what(), args.size() > 1 ? args[1] : std::string(), {});
   }
 
-  Streams io{in, out, err};
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (commands[i]->parsed()) return dispatch(rows[i], commands[i], given[i], io);
+  Streams io{in, out, err, inputIsTerminal};
+  for (std::size_t i = 0; i < count; ++i) {
+    if (commands[i]->parsed()) return checkWritten(dispatch(kSubcommands[i], commands[i], given[i], io), out, err);
   }
   return EXIT_USAGE;
 }

@@ -49,8 +49,33 @@ Report parseCommand(const std::string& text, std::optional<int> peer) {
   return report;
 }
 
+namespace {
+
+// The oldest peer that accepts `request`: the library's answer, unless its
+// check throws on the way (for a type that an older peer's check cannot
+// name); then each peer is asked on its own and a throw counts as a refusal.
+int minimalPeer(const NetworkKovaRequest& request) {
+  NetworkKovaRequest copy(request);
+  std::string error;
+  try {
+    return copy.getMinimalValidVersion(error);
+  } catch (const std::string&) {
+  }
+  for (int peer = TAV_VERSION_LEGACY_1; peer <= TAV_VERSION_CURRENT; ++peer) {
+    NetworkKovaRequest forPeer(request);
+    try {
+      if (forPeer.isValid(TavVersion(peer), error)) return peer;
+    } catch (const std::string&) {
+    }
+  }
+  return TAV_VERSION_NONE;
+}
+
+}  // namespace
+
 Report checkCommand(const std::string& text, int peer) {
   Report report = start(text);
+  report.verdict = true;
   report.peer = peer;
   Reading reading;
   if (!read(text, reading, report)) return report;
@@ -66,13 +91,7 @@ Report checkCommand(const std::string& text, int peer) {
   } catch (const std::string& message) {
     error = message;
   }
-  NetworkKovaRequest forMinimal(*request);
-  std::string minimalError;
-  try {
-    report.minimalPeer = forMinimal.getMinimalValidVersion(minimalError);
-  } catch (const std::string&) {
-    report.minimalPeer = TAV_VERSION_NONE;
-  }
+  report.minimalPeer = minimalPeer(*request);
   report.valid = valid;
   if (!valid) report.message = error;
   return report;

@@ -28,6 +28,7 @@ struct Report {
 
   std::optional<std::string> request;  // the request as text (parse, convert, resolve)
 
+  bool verdict = false;        // check: a verdict is written for every request
   std::optional<bool> valid;  // check
   int peer = 3;
   std::string message;        // why the check refused the request

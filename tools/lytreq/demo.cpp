@@ -1,10 +1,12 @@
 #include "demo.h"
 
 #include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "commands.h"
+#include "keywords.h"
 #include "output.h"
 
 namespace lytreq {
@@ -91,6 +93,20 @@ std::vector<Topic> topics() {
   };
 }
 
+// The first lines of `lytreq keywords`, shown as what `| head` leaves.
+void writeKeywordsStep(std::ostream& out) {
+  const int kLines = 12;
+  out << "\n== Everything a request may hold\n\n"
+         "keywords lists every word with its meaning, then the column catalogues.\n\n"
+         "$ lytreq keywords | head -n "
+      << kLines << '\n';
+  std::ostringstream all;
+  writeKeywords(all);
+  std::istringstream lines(all.str());
+  std::string line;
+  for (int i = 0; i < kLines && std::getline(lines, line); ++i) out << line << '\n';
+}
+
 }  // namespace
 
 void runDemo(bool json, std::ostream& out) {
@@ -111,8 +127,7 @@ void runDemo(bool json, std::ostream& out) {
       writeFault(report, out);
     }
   }
-  out << "\n== Everything a request may hold\n\n"
-         "$ lytreq keywords   # value types, modes, options, and the column catalogues\n";
+  writeKeywordsStep(out);
 }
 
 }  // namespace lytreq

@@ -1,25 +1,68 @@
 #include "input.h"
 
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 #include <sstream>
+
+#include "words.h"
 
 namespace lytreq {
 
 namespace {
 
+// The byte order mark some editors put at the start of a UTF-8 file.
+const char kByteOrderMark[] = "\xEF\xBB\xBF";
+
 void stripCarriageReturn(std::string& line) {
   if (!line.empty() && line.back() == '\r') line.pop_back();
 }
 
-void forEachLine(std::istream& stream, const std::function<void(const Request&)>& handle) {
+// Reads the lines of `stream`, each without its line end, the first without
+// a byte order mark; throws UsageError naming `name` when reading fails.
+void forEachLine(std::istream& stream, const std::string& name,
+                 const std::function<void(std::string& line, int number)>& handle) {
   std::string line;
   int number = 0;
   while (std::getline(stream, line)) {
     ++number;
+    if (number == 1 && line.compare(0, sizeof kByteOrderMark - 1, kByteOrderMark) == 0) {
+      line.erase(0, sizeof kByteOrderMark - 1);
+    }
     stripCarriageReturn(line);
-    if (isSkippedLine(line)) continue;
-    handle(Request{line, number});
+    handle(line, number);
   }
+  if (stream.bad()) throw UsageError("cannot read " + name);
+}
+
+void forEachRequestLine(std::istream& stream, const std::string& name,
+                        const std::function<void(const Request&)>& handle) {
+  forEachLine(stream, name, [&](std::string& line, int number) {
+    if (!isSkippedLine(line)) handle(Request{line, number});
+  });
+}
+
+// Opens `path` for reading; a directory or a file that cannot be opened is
+// a usage error that says why.
+std::ifstream openFile(const std::string& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
+    throw UsageError("cannot read " + path + ": " + std::strerror(EISDIR));
+  }
+  errno = 0;
+  std::ifstream file(path);
+  if (!file) throw UsageError("cannot read " + path + (errno != 0 ? ": " + std::string(std::strerror(errno)) : ""));
+  return file;
+}
+
+// The first character of `resolved` that a request cannot carry in a word.
+std::optional<char> uncarried(const std::string& resolved) {
+  for (const char c : resolved) {
+    if (isBracket(c)) return c;
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -29,21 +72,25 @@ bool isSkippedLine(const std::string& line) {
   return first == std::string::npos || line[first] == '#';
 }
 
+bool readsStandardInput(const Source& source) {
+  if (source.file) return *source.file == "-";
+  return source.words.empty() || (source.words.size() == 1 && source.words[0] == "-");
+}
+
 void forEachRequest(const Source& source, std::istream& in, const std::function<void(const Request&)>& handle) {
   const bool stdinWords = source.words.empty() || (source.words.size() == 1 && source.words[0] == "-");
   if (source.file) {
     if (!source.words.empty()) throw UsageError("give either a request or --file, not both");
     if (*source.file == "-") {
-      forEachLine(in, handle);
+      forEachRequestLine(in, "standard input", handle);
       return;
     }
-    std::ifstream file(*source.file);
-    if (!file) throw UsageError("cannot read " + *source.file);
-    forEachLine(file, handle);
+    std::ifstream file = openFile(*source.file);
+    forEachRequestLine(file, *source.file, handle);
     return;
   }
   if (stdinWords) {
-    forEachLine(in, handle);
+    forEachRequestLine(in, "standard input", handle);
     return;
   }
   std::string text;
@@ -55,25 +102,20 @@ void forEachRequest(const Source& source, std::istream& in, const std::function<
 }
 
 NameMap readNameMap(const std::string& path) {
-  std::ifstream file(path);
-  if (!file) throw UsageError("cannot read " + path);
+  std::ifstream file = openFile(path);
   NameMap map;
-  std::string line;
-  int number = 0;
-  while (std::getline(file, line)) {
-    ++number;
-    stripCarriageReturn(line);
-    if (isSkippedLine(line)) continue;
+  forEachLine(file, path, [&](const std::string& line, int number) {
+    if (isSkippedLine(line)) return;
+    const std::string where = path + ":" + std::to_string(number) + ": ";
     std::istringstream words(line);
     std::string name, resolved, extra;
     words >> name >> resolved;
-    if (resolved.empty() || (words >> extra)) {
-      throw UsageError(path + ":" + std::to_string(number) + ": expected \"name resolved\"");
+    if (resolved.empty() || (words >> extra)) throw UsageError(where + "expected \"name resolved\"");
+    if (const std::optional<char> c = uncarried(resolved)) {
+      throw UsageError(where + "the resolved name " + resolved + " holds \"" + *c + "\", which a request cannot carry");
     }
-    if (!map.emplace(name, resolved).second) {
-      throw UsageError(path + ":" + std::to_string(number) + ": " + name + " is mapped twice");
-    }
-  }
+    if (!map.emplace(name, resolved).second) throw UsageError(where + name + " is mapped twice");
+  });
   return map;
 }
 

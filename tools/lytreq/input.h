@@ -34,14 +34,18 @@ struct Source {
 
 // Calls `handle` for every request of `source`: the joined words, or, when
 // --file is given or the words are missing or "-", every line of the file or
-// of `in` that is neither blank nor a comment ("#" first). Throws UsageError
-// for a file that cannot be read or for both a request and --file.
+// of `in` that is neither blank nor a comment ("#" first); a byte order mark
+// before the first line is skipped. Throws UsageError for a file that cannot
+// be read (a directory, say) or for both a request and --file.
 void forEachRequest(const Source& source, std::istream& in, const std::function<void(const Request&)>& handle);
 
 // Reads lines "name resolved"; blank lines and "#" comments are skipped.
 // Throws UsageError for a file that cannot be read, a line that is not two
-// words, or a name given twice.
+// words, a resolved name with a bracket, or a name given twice.
 NameMap readNameMap(const std::string& path);
+
+// True when forEachRequest reads standard input.
+bool readsStandardInput(const Source& source);
 
 // True for a line forEachRequest skips.
 bool isSkippedLine(const std::string& line);

@@ -1,8 +1,10 @@
 #include "output.h"
 
 #include <iomanip>
+#include <sstream>
 
 #include "caret.h"
+#include "echo.h"
 
 namespace lytreq {
 
@@ -48,7 +50,11 @@ Json reportJson(const Report& report) {
 std::string jsonLine(const Json& value) { return value.dump(-1, ' ', false, Json::error_handler_t::replace); }
 
 void writeText(const Report& report, std::ostream& out) {
-  if (report.fault) return;
+  if (report.fault) {
+    // In batch input every line gets its verdict; alone, the message says it.
+    if (report.verdict && report.line > 0) out << "error: " << report.fault->message << '\n';
+    return;
+  }
   if (report.request) out << *report.request << '\n';
   if (report.valid) {
     if (*report.valid) {
@@ -89,17 +95,31 @@ void writeFault(const Report& report, std::ostream& err) {
   }
   err << report.fault->message << '\n';
   if (report.fault->where) {
-    err << "  " << report.input << '\n';
-    err << "  " << caretLine(report.input, *report.fault->where) << '\n';
+    const Echo echo = echoRequest(report.input, *report.fault->where);
+    err << "  " << echo.line << '\n';
+    err << "  " << echo.marker << '\n';
   }
 }
 
-void writeReport(const Report& report, bool json, std::ostream& out, std::ostream& err) {
+// The text of the report with "N:" before each line.
+void writeNumberedText(const Report& report, std::ostream& out) {
+  std::ostringstream text;
+  writeText(report, text);
+  std::istringstream lines(text.str());
+  std::string line;
+  while (std::getline(lines, line)) out << report.line << ':' << line << '\n';
+}
+
+void writeReport(const Report& report, bool json, bool lineNumbers, std::ostream& out, std::ostream& err) {
   if (json) {
     out << jsonLine(reportJson(report)) << '\n';
     if (report.fault && report.line > 0) err << "line " << report.line << ": " << report.fault->message << '\n';
   } else {
-    writeText(report, out);
+    if (lineNumbers && report.line > 0) {
+      writeNumberedText(report, out);
+    } else {
+      writeText(report, out);
+    }
     writeFault(report, err);
   }
   out.flush();

@@ -23,13 +23,16 @@ Json reportJson(const Report& report);
 // refused.
 std::string jsonLine(const Json& value);
 
-// Writes a report. Text: the result to `out`; a fault to `err` as
+// Writes a report. Text: the result to `out`, each line after "N:" (its
+// input line number) with `lineNumbers` in batch input; a fault to `err` as
 // "line N: message" (batch) or "lytreq: message", followed by the request
 // and a "^~~~" marker under the place. JSON: one line to `out`, and for a
 // fault in batch input "line N: message" to `err`.
-void writeReport(const Report& report, bool json, std::ostream& out, std::ostream& err);
+void writeReport(const Report& report, bool json, bool lineNumbers, std::ostream& out, std::ostream& err);
 
-// The text the report writes to standard output.
+// The text the report writes to standard output. A check of batch input
+// writes a verdict line also for a request it could not check:
+// "error: MESSAGE".
 void writeText(const Report& report, std::ostream& out);
 // The text the report writes for its fault.
 void writeFault(const Report& report, std::ostream& err);

@@ -2,8 +2,11 @@
 """Runs the ```console examples of Markdown documents (and the EXAMPLES
 section of a man page, between .RS and .RE) through lytreq: a "$ " line is
 a command run by bash with lytreq first on PATH, the lines after it are its
-standard output and error as printed, trailing blanks not compared. All
-commands run in one temporary directory; exit status 0 or 1 is accepted.
+standard output and error as printed, compared byte for byte. A line that
+ends in a blank shows it with the marker MARK after it; a line of the
+document that ends in a blank without the marker is a fault of the
+document. All commands run in one temporary directory; exit status 0 or 1
+is accepted.
 
 Usage: check_docs.py PATH-TO-LYTREQ DOCUMENT...
 """
@@ -12,7 +15,8 @@ import subprocess
 import sys
 import tempfile
 
-ROFF = (("\\-", "-"), ("\\(aq", "'"), ("\\e", "\\"), ("\\&", ""))
+MARK = "\u23ce"  # ⏎
+ROFF = (("\\-", "-"), ("\\(aq", "'"), ("\\e", "\\"), ("\\&", ""), ("\\[u23CE]", MARK))
 
 
 def man_page_lines(lines):
@@ -56,11 +60,23 @@ def examples(path):
         raise SystemExit("%s: a console block is not closed" % path)
 
 
-def normalise(lines):
-    lines = [line.rstrip() for line in lines]
-    while lines and lines[-1] == "":
-        lines.pop()
-    return lines
+def expected_text(lines):
+    """The output the lines of a document show, or None when a line hides a blank."""
+    text = ""
+    for line in lines:
+        if line != line.rstrip():
+            return None
+        if line.endswith(MARK):
+            line = line[:-len(MARK)]
+            if not line.endswith(" "):
+                return None
+        text += line + "\n"
+    return text
+
+
+def shown(text):
+    """Output as the document would show it: trailing blanks marked."""
+    return "".join("    | %s\n" % (line + MARK if line != line.rstrip() else line) for line in text.split("\n"))
 
 
 def main():
@@ -78,14 +94,16 @@ def main():
             for number, command, expected in found:
                 proc = subprocess.run(["bash", "-c", command], cwd=work, env=env, stdout=subprocess.PIPE,
                                       stderr=subprocess.STDOUT, text=True)
-                actual, want = normalise(proc.stdout.split("\n")), normalise(expected)
-                if actual == want and proc.returncode in (0, 1):
+                want = expected_text(expected)
+                if want == proc.stdout and proc.returncode in (0, 1):
                     passed += 1
                     continue
                 failed += 1
                 print("FAIL %s:%d: $ %s (exit status %d)" % (document, number, command, proc.returncode))
-                print("  expected:\n%s  actual:\n%s" % ("".join("    | %s\n" % l for l in want),
-                                                        "".join("    | %s\n" % l for l in actual)), end="")
+                if want is None:
+                    print("  a line ends in a blank without %s or %s follows no blank" % (MARK, MARK))
+                    continue
+                print("  expected:\n%s  actual:\n%s" % (shown(want), shown(proc.stdout)), end="")
     print("%d passed, %d failed" % (passed, failed))
     return 1 if failed else 0
 

@@ -7,6 +7,7 @@ Usage: test_lytreq.py PATH-TO-LYTREQ
 """
 import json
 import os
+import pty
 import subprocess
 import sys
 import tempfile
@@ -15,8 +16,8 @@ TOOL = sys.argv[1] if len(sys.argv) > 1 else "lytreq"
 results = []
 
 
-def run(args, stdin=None):
-    proc = subprocess.run([TOOL] + args, input=stdin, capture_output=True, text=True)
+def run(args, stdin=None, stdout=subprocess.PIPE):
+    proc = subprocess.run([TOOL] + args, input=stdin, stdout=stdout, stderr=subprocess.PIPE, text=True)
     return proc.returncode, proc.stdout, proc.stderr
 
 
@@ -44,8 +45,8 @@ def caret(text, start, length):
     return "  %s\n  %s^%s\n" % (text, " " * start, "~" * max(length - 1, 0))
 
 
-def usage(message):
-    return message + "\nRun with --help for more information.\n"
+def usage(message, command="", hints=""):
+    return "lytreq: %s\n%sTry 'lytreq %s--help' for more information.\n" % (message, hints, command + " " if command else "")
 
 
 # The examples of docs/request-syntax.md and lytreq.1 run too (check_docs.py);
@@ -53,7 +54,6 @@ def usage(message):
 
 # --- parse: request words, peers, and where reading stopped -----------------
 WB = " -k src acc=replace -v wb acc=rate \n"
-expect("parse.peer0", ["parse", "--peer", "0", "-k src -v wb"], "4.1 and under is not supported\n")
 expect("parse.peer-equals", ["parse", "--peer=3", "-k src -v wb"], WB)
 expect("parse.vl-peer1", ["parse", "--peer", "1", "vl link7"], "\n")
 expect("parse.separator", ["parse", "--", "-k", "src", "-v", "wb"], WB)
@@ -82,10 +82,20 @@ expect("caret.utf8", ["parse", "--json", "-f src café -k é -v wb"],
        [{"input": "-f src café -k é -v wb", "error": "Invalid type: é", "errorStart": 15, "errorLength": 1}], status=1)
 expect("caret.utf8.text", ["parse", "-f src café -k é"], "",
        "lytreq: Invalid type: é\n" + caret("-f src café -k é", 15, 1), 1)
-expect("caret.tab", ["parse", "-k\tsvc -v wb -x"], "",
-       "lytreq: Invalid option: -k\tsvc\n  -k\tsvc -v wb -x\n  ^~~~~~\n", 1)
+# What does not show is escaped in the echo, and the marker counts columns.
+for name, text, message, echo, marker in [
+        ("tab", "-k\tsvc -v wb -x", "Invalid option: -k\tsvc", "-k\\tsvc -v wb -x", "^~~~~~~"),
+        ("no-break-space", "-k svc\u00a0 -v wb", "Invalid type: svc\u00a0", "-k svc\\u{00A0} -v wb", "   ^~~~~~~~~~~"),
+        ("zero-width", "-k \u200bsvc -v wb", "Invalid type: \u200bsvc", "-k \\u{200B}svc -v wb", "   ^~~~~~~~~~~"),
+        ("wide", "-f src 日本 -k é -v wb", "Invalid type: é", "-f src 日本 -k é -v wb", "               ^"),
+        ("long", "-k src -v wb " + "x" * 100 + " -q " + "y" * 200, "Invalid option: -q",
+         "…" + "x" * 18 + " -q " + "y" * 54 + "…", " " * 20 + "^~")]:
+    expect("echo." + name, ["parse", text], "", "lytreq: %s\n  %s\n  %s\n" % (message, echo, marker), 1)
+code, out, err = run(["parse"], stdin="-k src -v " + "w" * 1000000 + "\n")
+check("echo.megabyte", code == 1 and len(err) < 1001000, len(err))
 
 # --- check, convert, columns, names -----------------------------------------
+expect("check.current-only", ["check", "-k telNumber -v wb"], "valid; minimal peer: 3\n")
 expect("check.peer0", ["check", "--peer", "0", "-k src -v wb"],
        "invalid: This version is not supported; minimal peer: 1\n", "", 1)
 expect("check.json", ["check", "--json", "--peer", "2", "-k url -v wb"],
@@ -104,7 +114,8 @@ for name, text, message, start, length in [
     expect("convert." + name, ["convert", text], "", "lytreq: %s\n%s" % (message, caret(text, start, length)), 1)
 expect("convert.json", ["convert", "--json", "-y b -g fw"],
        [{"input": "-y b -g fw", "error": "Invalid key type", "errorStart": 8, "errorLength": 2}], status=1)
-expect("convert.bad-peer", ["convert", "--peer", "3", "-g topsrc"], "", usage("--peer: Value 3 not in range 1 to 2"), 2)
+expect("convert.bad-peer", ["convert", "--peer", "3", "-g topsrc"], "",
+       usage("--peer: Value 3 not in range 1 to 2", "convert"), 2)
 expect("columns.peer1-no-value", ["columns", "--peer", "1", "-k src"], " 2  EntryName             key    src\n")
 expect("columns.unmappable", ["columns", "-k src -k svc -k dst -k ip -k url -k url -k fwrule -v wb"], "",
        "lytreq: failed to map kova columns\n", 1)
@@ -130,13 +141,21 @@ with tempfile.TemporaryDirectory() as work:
            "-f and [ -f src  gw1<>10.0.0.1 gw2<>10.0.0.2   -f svc  http   ] "
            "-k dst acc=replace web1<>10.1.0.1 web2<>10.1.0.2 -v wb acc=rate \n")
     for name, text, message in [("bad.map", "gw1 10.0.0.1\ngw2\n", ":2: expected \"name resolved\""),
-                                ("twice.map", "gw1 10.0.0.1\ngw1 10.0.0.9\n", ":2: gw1 is mapped twice")]:
+                                ("twice.map", "gw1 10.0.0.1\ngw1 10.0.0.9\n", ":2: gw1 is mapped twice"),
+                                ("bracket.map", "gw1 x]\n",
+                                 ":1: the resolved name x] holds \"]\", which a request cannot carry")]:
         path = write(name, text)
         expect("resolve." + name, ["resolve", "--map", path, "-k svc -v wb"], "", "lytreq: %s%s\n" % (path, message), 2)
     missing = os.path.join(work, "none.map")
-    expect("resolve.no-map-file", ["resolve", "--map", missing, "-k svc -v wb"], "",
-           "lytreq: cannot read %s\n" % missing, 2)
-    expect("resolve.map-required", ["resolve", "-k svc -v wb"], "", usage("--map is required"), 2)
+    for name, path, reason in [("no-map-file", missing, "No such file or directory"),
+                               ("map-directory", work, "Is a directory")]:
+        expect("resolve." + name, ["resolve", "--map", path, "-k svc -v wb"], "",
+               "lytreq: cannot read %s: %s\n" % (path, reason), 2)
+        expect("batch." + name, ["parse", "--file", path], "", "lytreq: cannot read %s: %s\n" % (path, reason), 2)
+    expect("resolve.map-required", ["resolve", "-k svc -v wb"], "", usage("--map is required", "resolve"), 2)
+    bom = write("bom.map", "\ufeffgw1 10.0.0.1\n")
+    expect("resolve.bom", ["resolve", "--map", bom, "-f src gw1"], "-f src  gw1<>10.0.0.1    \n")
+    expect("batch.bom", ["parse", "--file", write("bom.txt", "\ufeff-f src a\n")], "-f src  a    \n")
 
     # --- batch input: comments, blank lines, CR, a bad line in the middle ---
     batch = "-k src -v wb\n\n# a comment\n  # an indented comment\n-k src -v wb -x\r\n-k svc -v pkt\n"
@@ -151,7 +170,15 @@ with tempfile.TemporaryDirectory() as work:
         {"input": "-k svc -v pkt", "line": 6, "request": " -k svc acc=replace -v pkt acc=rate "},
     ], "line 5: Invalid option: -x\n", 1)
     expect("batch.empty-input", ["names"], "", stdin="")
-    expect("batch.no-file", ["parse", "--file", missing], "", "lytreq: cannot read %s\n" % missing, 2)
+    # Every input line can be matched to its output: -n numbers the lines of
+    # a result, check gives a verdict for each request, and the lists of
+    # several requests are set apart.
+    expect("batch.numbered", ["parse", "-n"], "1:" + WB + "6:" + two.split("\n")[1] + "\n", bad_line, 1, stdin=batch)
+    expect("batch.check-every-line", ["check", "--line-number", "--file", requests],
+           "1:valid; minimal peer: 1\n5:error: Invalid option: -x\n6:valid; minimal peer: 1\n", bad_line, 1)
+    expect("batch.names-apart", ["names"], "\ngw1\n\nweb1\n", stdin="-k src -v wb\n-f src gw1\n-k dst web1\n")
+    expect("batch.columns-apart", ["columns", "-n"], "1:23  STR_1                 key    src\n\n"
+           "2:24  STR_1                 key    svc\n".replace("24", "23"), stdin="-k src\n-k svc\n")
     expect("batch.request-and-file", ["parse", "--file", requests, "-k src -v wb"], "",
            "lytreq: give either a request or --file, not both\n", 2)
 
@@ -190,16 +217,43 @@ for key, text, fields in [
 check("keywords.catalogues", "   1  time                            16 time" in text_out.splitlines()
       and len(keywords.get("networkColumns", [])) == 28 and len(keywords.get("vlColumns", [])) == 15)
 code, out, err = run(["demo"])
-check("demo", code == 0 and err == "" and "lytreq: Sort type expected\n" + caret("-k svc -v wb -s", 15, 0) in out, out)
+check("demo", code == 0 and err == "" and "lytreq: Sort type expected\n" + caret("-k svc -v wb -s", 15, 0) in out
+      and out.endswith(text_out[:len(out.split(" | head -n 12\n")[-1])]), out)
 code, out, err = run(["demo", "--json"])
 check("demo.json", code == 0 and len(out.splitlines()) > 10 and all("input" in json.loads(l) for l in out.splitlines()))
-expect("usage.no-subcommand", [], "", usage("A subcommand is required"), 2)
-expect("usage.negative-peer", ["check", "--peer", "-1", "-k src -v wb"], "",
-       usage("--peer: Value -1 not in range 0 to 3"), 2)
-code, out, err = run(["parse", "--bogus", "-k src -v wb"])
-check("usage.unknown-option", code == 2 and out == "" and "--bogus" in err, err)
-expect("usage.keywords-extra", ["keywords", "-k src"], "", usage("The following argument was not expected: -k src"), 2)
-for sub in ["parse", "check", "convert", "columns", "names", "resolve", "keywords", "demo"]:
+SUBCOMMANDS = "Subcommands: parse check convert columns names resolve keywords demo completion\n"
+for name, args, message, command, hints in [
+        ("no-subcommand", [], "a subcommand is required", "", SUBCOMMANDS),
+        ("unknown-subcommand", ["bogus"], "unknown subcommand: bogus", "", SUBCOMMANDS),
+        ("help-word", ["help"], "unknown subcommand: help", "", "Did you mean: --help\n" + SUBCOMMANDS),
+        ("subcommand-case", ["Parse", "-k src"], "unknown subcommand: Parse", "", "Did you mean: parse\n" + SUBCOMMANDS),
+        ("unknown-option", ["parse", "--jsn", "-k src -v wb"], "unknown option: --jsn", "parse", "Did you mean: --json\n"),
+        ("other-subcommand-option", ["parse", "-k", "src", "-v", "wb", "--map", "x"], "parse takes no --map (resolve does)",
+         "parse", ""),
+        ("keywords-peer", ["keywords", "--peer", "2"], "keywords takes no --peer (parse, check, convert, columns do)",
+         "keywords", ""),
+        ("peer-not-a-number", ["check", "--peer", "two", "-k src"], "--peer: two is not a number", "check", ""),
+        ("parse-peer0", ["parse", "--json", "--peer", "0", "-k src -v wb"], "--peer: Value 0 not in range 1 to 3",
+         "parse", ""),
+        ("negative-peer", ["check", "--peer", "-1", "-k src -v wb"], "--peer: Value -1 not in range 0 to 3", "check", ""),
+        ("keywords-extra", ["keywords", "-k src"], "keywords takes no request, not: -k src", "keywords", ""),
+        ("completion-shell", ["completion"], "completion needs its SHELL", "completion", "")]:
+    expect("usage." + name, args, "", usage(message, command, hints), 2)
+expect("usage.global-before-subcommand", ["--json", "parse", "vl", "x"],
+       [{"input": "vl x", "request": "vl x -t wire"}])
+# On a terminal, a subcommand waiting for requests says so (Ctrl-D ends the input).
+master, slave = pty.openpty()
+proc = subprocess.Popen([TOOL, "check"], stdin=slave, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+os.close(slave)
+os.write(master, b"\x04")
+out, err = proc.communicate(timeout=60)
+os.close(master)
+check("terminal-input", (proc.returncode, out, err) ==
+      (0, "", "lytreq: reading requests from standard input, one per line (end with Ctrl-D)\n"), err)
+with open("/dev/full", "w") as full:
+    code, out, err = run(["parse", "-k src -v wb"], stdout=full)
+check("write-failure", code == 2 and err == "lytreq: cannot write standard output: No space left on device\n", err)
+for sub in ["parse", "check", "convert", "columns", "names", "resolve", "keywords", "demo", "completion"]:
     code, out, err = run([sub, "--help"])
     check("help." + sub, code == 0 and err == "" and ("Usage: lytreq " + sub) in out and "Examples:" in out, out)
 code, out, err = run(["--version"])
