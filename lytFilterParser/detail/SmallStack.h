@@ -23,6 +23,9 @@ class SmallStack {
     if (count < N) {
       near[count] = std::move(value);
     } else {
+      // A tree that goes past the first levels usually goes far: grow in
+      // large steps from the start.
+      if (far.empty()) far.reserve(4 * N);
       far.push_back(std::move(value));
     }
     ++count;
@@ -39,7 +42,7 @@ class SmallStack {
   }
 
  private:
-  T near[N] = {};
+  T near[N];  // entries past `count` hold nothing of value
   std::vector<T> far;
   std::size_t count = 0;
 };

@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <new>
-#include <typeinfo>
 #include <utility>
 
 #include "lytFilterParser/filter/FilterVisit.h"
@@ -65,7 +64,7 @@ Filter::~Filter() {
   while (!children.empty()) {
     std::unique_ptr<AbstractFilter> child = std::move(children.back());
     children.pop_back();
-    if (!child || typeid(*child) != typeid(Filter)) continue;
+    if (!child || !lytFilterParser::detail::isExactly<Filter>(*child)) continue;
     Children& grandchildren = static_cast<Filter&>(*child).children;
     if (children.empty()) {
       children.swap(grandchildren);

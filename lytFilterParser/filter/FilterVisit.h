@@ -18,12 +18,20 @@
 namespace lytFilterParser {
 namespace detail {
 
+// Whether `node` is of class T exactly. The library's filter classes have
+// their vtables, and so their type_info, in the library alone: comparing the
+// addresses is exact, and spares the name comparison that std::type_info's
+// operator== falls back to whenever the addresses differ.
+template <class T>
+bool isExactly(const AbstractFilter& node) {
+  return &typeid(node) == &typeid(T);
+}
+
 template <class Visitor>
 decltype(auto) visit(const AbstractFilter& node, Visitor&& visitor) {
-  const std::type_info& type = typeid(node);
-  if (type == typeid(Filter)) return visitor(static_cast<const Filter&>(node));
-  if (type == typeid(ContentFilter)) return visitor(static_cast<const ContentFilter&>(node));
-  if (type == typeid(InterfaceAtomFilter)) return visitor(static_cast<const InterfaceAtomFilter&>(node));
+  if (isExactly<ContentFilter>(node)) return visitor(static_cast<const ContentFilter&>(node));
+  if (isExactly<Filter>(node)) return visitor(static_cast<const Filter&>(node));
+  if (isExactly<InterfaceAtomFilter>(node)) return visitor(static_cast<const InterfaceAtomFilter&>(node));
   return visitor(node);
 }
 
@@ -51,7 +59,7 @@ bool walkFilter(Root& root, Enter&& enter, Leave&& leave, Node&& node) {
       continue;
     }
     Any& child = *frame.filter->getChildren()[frame.next++];
-    if (typeid(child) == typeid(Filter)) {
+    if (isExactly<Filter>(child)) {
       Compound& compound = static_cast<Compound&>(child);
       if (!enter(compound)) return false;
       path.push(Frame{&compound, 0});

@@ -224,9 +224,8 @@ std::size_t filterTextSize(const Filter& filter) {
   };
   walkFilter(filter, compound, [](const Filter&) { return true; },
              [&size](const AbstractFilter& node) {
-               const ContentFilter* content = typeid(node) == typeid(ContentFilter)
-                                                  ? static_cast<const ContentFilter*>(&node)
-                                                  : nullptr;
+               const ContentFilter* content =
+                   isExactly<ContentFilter>(node) ? static_cast<const ContentFilter*>(&node) : nullptr;
                size += content != nullptr ? 32 + entityTextSize(content->getEntities()) : 64;
                return true;
              });
