@@ -8,11 +8,13 @@ deb=$(ls -t "$build"/*.deb | head -1)
 contents=$(dpkg-deb --contents "$deb")
 for expected in ./usr/lib/x86_64-linux-gnu/liblytFilterParser.so.5 ./usr/include/lytFilterParser/lytFilterParser.h \
     ./usr/include/lytFilterParser/request/NetworkKovaRequest.h ./usr/lib/x86_64-linux-gnu/pkgconfig/lytFilterParser.pc \
-    ./usr/lib/x86_64-linux-gnu/cmake/lytFilterParser/lytFilterParserConfig.cmake; do
+    ./usr/lib/x86_64-linux-gnu/cmake/lytFilterParser/lytFilterParserConfig.cmake ./usr/bin/lytreq \
+    ./usr/share/man/man1/lytreq.1 ./usr/share/man/man7/lytreq-syntax.7 \
+    ./usr/share/bash-completion/completions/lytreq ./usr/share/zsh/site-functions/_lytreq; do
   alt=${expected/x86_64-linux-gnu\//}
   if ! grep -qF -- " $expected" <<<"$contents" && ! grep -qF -- " $alt" <<<"$contents"; then
     echo "package: $expected missing from $deb" >&2
     exit 1
   fi
 done
-echo "package: $(basename "$deb") holds the library, headers, CMake package and pkg-config file"
+echo "package: $(basename "$deb") holds the library, headers, CMake package, pkg-config file, lytreq, its man pages and completion"
