@@ -128,10 +128,7 @@ void longerWords(const Line& line, Findings& found) {
     if (word.size() > 2) found.add(Code::WordMisread, line.words[i], quoted(word) + " is read as " + quoted(option));
     if (i + 1 == line.words.size()) return;
     const std::string_view argument = line.word(i + 1);
-    if (group) {
-      const LegacyGroup* row = legacyGroup(argument);
-      if (row != nullptr && !row->top) return;  // the rest of the line is taken as it stands
-    } else if (argument.size() > 1 && (value ? legacyValueRead(argument[0]) != nullptr : takesConnId(argument))) {
+    if (!group && argument.size() > 1 && (value ? legacyValueRead(argument[0]) != nullptr : takesConnId(argument))) {
       found.add(Code::WordMisread, line.words[i + 1],
                 quoted(argument) + " is read as " + quoted(std::string(option) + " " + std::string(argument.substr(0, 1))) +
                     ": only its first letter counts");

@@ -75,7 +75,8 @@ std::string withoutInvisible(std::string_view word) {
 
 Refusal refusalAt(std::string message, Span at, std::string_view text) {
   Refusal refusal{std::move(message), at.start, at.length, {}};
-  if (at.length == 0) return refusal;
+  // A word of the vocabulary is known, only misplaced: nothing to suggest.
+  if (at.length == 0 || !findWords(text.substr(at.start, at.length)).empty()) return refusal;
   for (const Suggesting& suggesting : suggestingMessages()) {
     if (refusal.message.compare(0, suggesting.head.size(), suggesting.head) == 0) {
       refusal.suggestions = suggestWords(text.substr(at.start, at.length), suggesting.kinds);
@@ -110,8 +111,8 @@ std::vector<std::string> suggestWords(std::string_view word, const std::vector<W
   }
   std::stable_sort(found.begin(), found.end(), [](const Candidate& a, const Candidate& b) { return a.rank < b.rank; });
   std::vector<std::string> suggestions;
-  // Words much farther than the closest one are no help beside it.
-  for (std::size_t i = 0; i < found.size() && i < 3 && found[i].rank <= found[0].rank + 1; ++i) {
+  // Words farther than the closest one are no help beside it.
+  for (std::size_t i = 0; i < found.size() && i < 3 && found[i].rank == found[0].rank; ++i) {
     suggestions.emplace_back(found[i].text);
   }
   return suggestions;

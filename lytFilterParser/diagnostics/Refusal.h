@@ -27,14 +27,15 @@ struct Refusal {
 // place is the word the reader stopped on (a "]" the reader adds to an atom
 // list stands where the next word starts, with length 0); the suggestions
 // are for the word there when the message says it is not a word of its
-// place ("Invalid type: Src" suggests "src"). Throws nothing of its own.
+// place and it is no word of the vocabulary ("Invalid type: Src" suggests
+// "src"; see suggestWords). Throws nothing of its own.
 LFP_API std::optional<Refusal> readRefusal(const std::string& text);
 
 // Up to three readable words of the vocabulary of the kinds in `kinds` (all
 // kinds when empty) that `word` may have meant, the closest first: the same
 // word in another case, then words at an edit distance of 1, then 2 (and
-// less than the length of either word), none more than one step farther
-// than the closest. Invisible and control characters in `word` are left out
+// less than the length of either word), only those as close as the
+// closest. Invisible and control characters in `word` are left out
 // before comparing. Nothing for a word of those kinds. Throws nothing of
 // its own.
 LFP_API std::vector<std::string> suggestWords(std::string_view word, const std::vector<WordKind>& kinds);

@@ -1,0 +1,59 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/corpus.h"
+#include "lytFilterParser/detail/TestSupport.h"
+#include "lytFilterParser/diagnostics/Outline.h"
+
+namespace {
+
+using lytFilterParser::detail::Outline;
+
+// The words of `text` with word `i` left out, doubled, or swapped with the next.
+std::vector<std::string> variations(const std::string& text) {
+  const strList tokens = lfptest::tokensOf(text);
+  const std::vector<std::string> words(tokens.begin(), tokens.end());
+  std::vector<std::string> out;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    for (int change = 0; change < 3; ++change) {
+      std::vector<std::string> changed = words;
+      if (change == 0) changed.erase(changed.begin() + static_cast<long>(i));
+      if (change == 1) changed.insert(changed.begin() + static_cast<long>(i), words[i]);
+      if (change == 2 && i + 1 < words.size()) std::swap(changed[i], changed[i + 1]);
+      std::string joined;
+      for (const std::string& word : changed) joined += word + " ";
+      out.push_back(joined);
+    }
+  }
+  return out;
+}
+
+// The outline walks the reader's grammar on its own: wherever the reader
+// accepts a text, the outline must read it too and find the same items.
+TEST(Outline, AgreesWithTheReaderOnEveryAcceptedVariationOfTheCorpus) {
+  std::vector<std::string> texts = {
+      "-f src a ] -f dst b ] -k svc -v wb", "-f or -f src a -f and -f dst b -f dst c -k svc -v wb",
+      "-f src a -k svc ] -f dst b -v wb", "-k src a ] b acc=sum ] -v wb sort=top x -s top index=2",
+      "-f interface not eth0,in , -f or [ ] -k svc -v wb"};
+  for (const bench::TextCase& c : bench::buildCorpus()) {
+    if (c.kind == bench::CaseKind::Typical || c.kind == bench::CaseKind::Refused) texts.push_back(c.text);
+  }
+  std::size_t accepted = 0;
+  for (const std::string& base : texts) {
+    for (const std::string& text : variations(base)) {
+      std::string error;
+      std::unique_ptr<LYTKovaRequest> request(LYTKovaRequest::getLYTKovaRequest(text, error));
+      const auto* network = dynamic_cast<const NetworkKovaRequest*>(request.get());
+      if (network == nullptr) continue;
+      ++accepted;
+      Outline outline;
+      EXPECT_TRUE(outline.read(text) && outline.matches(*network)) << text;
+    }
+  }
+  EXPECT_GT(accepted, 300u);
+}
+
+}  // namespace
