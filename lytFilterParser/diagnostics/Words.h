@@ -50,6 +50,7 @@ struct Invisible {
 
 // The invisible or control character that starts at text[i], if one does.
 inline Invisible invisibleAt(std::string_view text, std::size_t i) {
+  if (i >= text.size()) return {0, 0};
   const auto byte = [&](std::size_t k) { return i + k < text.size() ? static_cast<unsigned char>(text[i + k]) : 0u; };
   const unsigned b0 = byte(0), b1 = byte(1), b2 = byte(2);
   if (b0 < 0x20 || b0 == 0x7F) return {1, b0};
