@@ -339,7 +339,9 @@ void Comparison::sort(const NetworkKovaRequest& mine, const NetworkKovaRequest& 
   }
   const TavSortType own = appliedSort(mine);
   const TavSortType other = appliedSort(theirs);
-  if (own != other || (own != TAV_SORT_NONE && mine.getSortIndex() != theirs.getSortIndex())) {
+  // With one value column, every index sorts by it.
+  const bool indexCounts = own != TAV_SORT_NONE && mine.getValues().size() > 1;
+  if (own != other || (indexCounts && mine.getSortIndex() != theirs.getSortIndex())) {
     found.add(Code::SortChanged, place(sortPlace),
               describeSort(own, mine.getSortIndex()) + " reads back as " + describeSort(other, theirs.getSortIndex()) +
                   forPeer());

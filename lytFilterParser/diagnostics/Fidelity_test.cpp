@@ -35,7 +35,8 @@ const Row kRows[] = {
     {"-k svc -v wb", 1, {}},
     // what the current syntax itself cannot carry
     {"-k src -v wb -s none updates=20", 3, {"sort-changed:updates=20"}},
-    {"-k src h1 -v wb -s top index=3", 3, {"sort-changed:top"}},
+    {"-k src h1 -v wb -s top index=3", 3, {}},  // one value column: every index sorts by it
+    {"-k src -v wb -v pkt -s bottom index=2", 1, {"column-dropped:-v pkt", "sort-changed:bottom"}},
     {"-f src <> a -k svc -v wb", 3, {"item-dropped:<>"}},
     {"-f and [ -f or [ ] -f src a -f dst b ] -k svc -v wb", 3, {"filter-dropped:-f or [ ]"}},
     {"-f and [ -f or [ -f src a ] -f dst b ] -k svc -v wb", 3, {}},

@@ -28,8 +28,9 @@ bool endsItems(std::string_view token) { return firstChar(token) == '-' || isCha
 bool contains(std::string_view token, std::string_view word) { return token.find(word) != std::string_view::npos; }
 
 // The walk: the reader's rules, in the reader's order, keeping places
-// instead of building objects. Each rule returns false where the reader
-// would refuse the text.
+// instead of building objects. Each rule returns false where the text
+// leaves the grammar; it checks no more than it needs to follow a text the
+// reader accepted (a column option's value, for one, is not checked).
 class Walker {
  public:
   Walker(Outline& outline, std::string_view text) : out(outline), text(text), tokens(text), cur(tokens.begin()) {}
