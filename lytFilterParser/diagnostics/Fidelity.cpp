@@ -285,9 +285,7 @@ void Comparison::column(const TavColumn& mine, const TavColumn& theirs, const Co
     for (std::uint32_t w = place->firstWord; w < place->firstWord + place->wordCount; ++w) {
       const OutlineWord& word = outline.words[w];
       if (word.part == Part::Accumulation) mode = word.span;
-      if (word.part != Part::ColumnOption) continue;
-      const std::size_t option = columnOptionOf(outline.textOf(word.span));
-      if (option < COLUMN_OPTION_COUNT) options[option] = word.span;
+      if (word.part == Part::ColumnOption) options[word.option] = word.span;
     }
   }
   const std::string_view ownMode = accumulationWord(mine.getAccType());

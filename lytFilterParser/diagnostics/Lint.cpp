@@ -10,7 +10,6 @@
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/diagnostics/DiagnosticTable.h"
 #include "lytFilterParser/diagnostics/Outline.h"
-#include "lytFilterParser/diagnostics/Reading.h"
 #include "lytFilterParser/diagnostics/Words.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/Vocabulary.h"
@@ -60,6 +59,11 @@ std::string_view wordAround(std::string_view text, std::size_t at) {
 
 void lintInvisible(std::string_view text, Findings& found) {
   for (std::size_t i = 0; i < text.size();) {
+    const unsigned char byte = static_cast<unsigned char>(text[i]);
+    if (byte >= 0x20 && byte < 0x7F) {  // printable ASCII, most of any request
+      ++i;
+      continue;
+    }
     const Invisible first = invisibleAt(text, i);
     if (first.length == 0) {
       ++i;
@@ -80,24 +84,39 @@ void lintInvisible(std::string_view text, Findings& found) {
 
 enum class Place { Atom, Interfaces, Column };
 
-// The words that mean something of their own where names stand.
-const lytFilterParser::Word* keywordOf(std::string_view name) {
-  static const std::unordered_map<std::string_view, const lytFilterParser::Word*> keywords = [] {
-    std::unordered_map<std::string_view, const lytFilterParser::Word*> made;
+// The words that mean something of their own where names stand, and what
+// tells most names apart from all of them cheaply: their first byte and length.
+struct Keywords {
+  std::unordered_map<std::string_view, const lytFilterParser::Word*> words;
+  bool firstByte[256] = {};
+  std::size_t longest = 0;
+};
+
+const Keywords& keywords() {
+  static const Keywords made = [] {
+    Keywords list;
     for (const lytFilterParser::Word& word : vocabulary()) {
       switch (word.kind) {
         case WordKind::ValueType: case WordKind::FilterOperator: case WordKind::Negation:
         case WordKind::AccumulationMode: case WordKind::ColumnOption: case WordKind::SortInColumn:
         case WordKind::SortType:
-          made.emplace(word.text, &word);
+          list.words.emplace(word.text, &word);
+          list.firstByte[static_cast<unsigned char>(word.text[0])] = true;
+          list.longest = std::max(list.longest, word.text.size());
           break;
         default: break;
       }
     }
-    return made;
+    return list;
   }();
-  const auto found = keywords.find(name);
-  return found == keywords.end() ? nullptr : found->second;
+  return made;
+}
+
+const lytFilterParser::Word* keywordOf(std::string_view name) {
+  const Keywords& known = keywords();
+  if (name.empty() || name.size() > known.longest || !known.firstByte[static_cast<unsigned char>(name[0])]) return nullptr;
+  const auto found = known.words.find(name);
+  return found == known.words.end() ? nullptr : found->second;
 }
 
 std::string atByte(std::size_t offset) { return "byte " + std::to_string(offset); }
@@ -265,9 +284,11 @@ void lintFilter(const Outline& outline, Findings& found) {
 void lintColumnOption(std::string_view word, Span at, const OutlineWord*& earlier, Findings& found,
                       const Outline& outline, std::size_t option) {
   const Word<int>* value = columnOptionValue(word, option);
-  if (value != nullptr) {
-    const std::string shown = columnOptionWord(option, value->code);
-    if (word != shown) found.add(Code::WordMisread, at, quoted(word) + " is read as " + quoted(shown));
+  const std::string_view name = kColumnOptions[option].name;
+  const bool exact = value != nullptr && word.size() == name.size() + value->text.size() &&
+                     word.compare(0, name.size(), name) == 0 && word.compare(name.size(), value->text.size(), value->text) == 0;
+  if (value != nullptr && !exact) {
+    found.add(Code::WordMisread, at, quoted(word) + " is read as " + quoted(columnOptionWord(option, value->code)));
   }
   if (earlier != nullptr) {
     found.add(Code::OptionRepeated, earlier->span,
@@ -297,8 +318,7 @@ void lintColumn(const Outline& outline, const ColumnOutline& column, bool key, F
                       std::string(sortTypeWord(TAV_SORT_BOTTOM)) + ") and is ignored");
       }
     } else if (current.part == Part::ColumnOption) {
-      const std::size_t option = columnOptionOf(word);
-      if (option == COLUMN_OPTION_COUNT) continue;
+      const std::size_t option = current.option;
       lintColumnOption(word, current.span, options[option], found, outline, option);
       options[option] = &current;
     }
@@ -314,29 +334,32 @@ void lintColumn(const Outline& outline, const ColumnOutline& column, bool key, F
 void lintNumber(std::string_view word, Span at, Part part, Findings& found) {
   const std::string_view name = kSortOptions[part == Part::Index ? SORT_INDEX : SORT_UPDATES].text;
   const int value = readInt(word, name.size());
-  std::string shown = std::string(name) + std::to_string(value);
-  if (part == Part::Updates && value <= 0) shown = "the default of " + std::to_string(NetworkKovaRequest::defaultMaxUpdates) + " updates";
+  const bool defaulted = part == Part::Updates && value <= 0;
+  const auto read = [&] {
+    return defaulted ? "the default of " + std::to_string(NetworkKovaRequest::defaultMaxUpdates) + " updates"
+                     : quoted(std::string(name) + std::to_string(value));
+  };
   if (word.compare(0, name.size(), name) != 0) {
-    found.add(Code::WordMisread, at, quoted(word) + " does not start with " + quoted(name) + ": it is read as " + shown);
+    found.add(Code::WordMisread, at, quoted(word) + " does not start with " + quoted(name) + ": it is read as " + read());
     return;
   }
   std::string_view number = word.substr(name.size());
   if (!number.empty() && (number[0] == '+' || number[0] == '-')) number.remove_prefix(1);
   const std::size_t digits = std::min(number.size(), number.find_first_not_of("0123456789"));
   if (digits == 0) {
-    found.add(Code::ValueDefaulted, at, quoted(word) + " has no number: it is read as " + shown);
-  } else if (digits < number.size()) {
-    found.add(Code::WordMisread, at, quoted(word) + " is read as " + shown);
+    found.add(Code::ValueDefaulted, at, quoted(word) + " has no number: it is read as " + read());
+    return;
+  }
+  if (digits < number.size()) {
+    found.add(Code::WordMisread, at, quoted(word) + " is read as " + read());
   } else if (value == INT_MAX || value == INT_MIN) {
     const std::string_view stripped = number.substr(std::min(number.find_first_not_of('0'), number.size()));
     if (stripped.size() >= 10 && stripped != std::to_string(value).substr(value < 0 ? 1 : 0)) {
       found.add(Code::ValueClamped, at, quoted(word) + " is beyond the numbers the reader keeps: it is read as " +
-                                            std::string(name) + std::to_string(value));
+                                            quoted(std::string(name) + std::to_string(value)));
     }
   }
-  if (part == Part::Updates && value <= 0 && digits > 0) {
-    found.add(Code::ValueDefaulted, at, quoted(word) + " asks for " + shown);
-  }
+  if (defaulted) found.add(Code::ValueDefaulted, at, quoted(word) + " asks for " + read());
 }
 
 void lintSorts(const Outline& outline, Findings& found) {
@@ -397,7 +420,7 @@ std::vector<Diagnostic> lint(const std::string& text) {
   using namespace detail;
   Findings found;
   lintInvisible(text, found);
-  if (!readText(text, true).request) return found.finish();
+  // The outline's walk refuses what the reader refuses: no need to read the request itself.
   Outline outline;
   if (!outline.read(text)) return found.finish();
   if (outline.virtualLink) {

@@ -9,6 +9,7 @@
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/diagnostics/Reading.h"
+#include "lytFilterParser/diagnostics/Words.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/FilterVisit.h"
@@ -28,15 +29,20 @@ bool endsItems(std::string_view token) { return firstChar(token) == '-' || isCha
 bool contains(std::string_view token, std::string_view word) { return token.find(word) != std::string_view::npos; }
 
 // The walk: the reader's rules, in the reader's order, keeping places
-// instead of building objects. Each rule returns false where the text
-// leaves the grammar; it checks no more than it needs to follow a text the
-// reader accepted (a column option's value, for one, is not checked).
+// instead of building objects. Each rule returns false where the reader
+// refuses the text, so that the walk alone tells whether the reader accepts
+// it (Outline_test holds the two together).
 class Walker {
  public:
   Walker(Outline& outline, std::string_view text) : out(outline), text(text), tokens(text), cur(tokens.begin()) {}
 
   bool run() {
     if (cur != tokens.end() && *cur == kVirtualLinkWord) return virtualLink();
+    // Room for the items of an ordinary request, so that walking one allocates little.
+    out.words.reserve(text.size() / 6 + 4);
+    out.nodes.reserve(8);
+    out.keys.reserve(4);
+    out.values.reserve(4);
     out.nodes.push_back(FilterNode{});
     out.nodes[0].compound = true;
     std::optional<It> listEnd;
@@ -67,13 +73,15 @@ class Walker {
 
   // The token under the cursor, passed.
   Span take() {
-    const Span span = spanOf(cur);
+    const std::string_view token = *cur;
+    const Span span = inText(text, token) ? Span{static_cast<std::size_t>(token.data() - text.data()), token.size()}
+                                          : spanOf(cur);
     if (span.length > 0) last = span;
     ++cur;
     return span;
   }
 
-  void word(Part part) { out.words.push_back(OutlineWord{take(), part}); }
+  void word(Part part) { out.words.push_back(OutlineWord{take(), part, 0}); }
 
   std::uint32_t wordCount() const { return static_cast<std::uint32_t>(out.words.size()); }
 
@@ -208,7 +216,10 @@ bool Walker::column(std::vector<ColumnOutline>& list, Span option, bool value) {
       }
       word(Part::SortWord);
     } else if (token.find('=') != std::string_view::npos) {
+      const std::size_t option = columnOptionOf(token);
+      if (option == COLUMN_OPTION_COUNT || columnOptionValue(token, option) == nullptr) return false;
       word(Part::ColumnOption);
+      out.words.back().option = static_cast<unsigned char>(option);
     } else {
       while (!atEnd() && !endsItems(*cur)) word(Part::Name);
       // A bracket that closes nothing stays with the column as a name.

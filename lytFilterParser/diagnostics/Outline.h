@@ -32,6 +32,7 @@ enum class Part : unsigned char {
 struct OutlineWord {
   Span span;
   Part part;
+  unsigned char option = 0;  // a column option word's option, an index of kColumnOptions
 };
 
 // A node of the filter tree, in pre-order; node 0 is the request's root.
@@ -80,9 +81,9 @@ struct DataTypeOption {
 
 class Outline {
  public:
-  // Walks `text`, which the reader accepts; false for a text that breaks
-  // the grammar (the outline is then incomplete). The text must outlive the
-  // outline's use of it.
+  // Walks `text`; false exactly when the reader refuses it (the outline is
+  // then incomplete). An empty text gives an empty outline. The text must
+  // outlive the outline's use of it.
   bool read(std::string_view text);
   // Whether `request` is what the reader made of the text: the same filter
   // tree shape, columns and name counts.

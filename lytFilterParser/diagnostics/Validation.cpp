@@ -259,9 +259,8 @@ Span Locator::filteredValue() const {
     const ColumnOutline& column = outline.values[v];
     for (std::uint32_t w = column.firstWord; w < column.firstWord + column.wordCount; ++w) {
       const std::string_view word = outline.textOf(outline.words[w].span);
-      if (outline.words[w].part != Part::ColumnOption) continue;
-      const std::size_t option = columnOptionOf(word);
-      if (option == COLUMN_OPTION_COUNT || option == COLUMN_URL) continue;
+      const std::size_t option = outline.words[w].option;
+      if (outline.words[w].part != Part::ColumnOption || option == COLUMN_URL) continue;
       const Word<int>* value = columnOptionValue(word, option);
       if (value != nullptr && value->code != kColumnOptions[option].unrestricted) return outline.words[w].span;
     }
