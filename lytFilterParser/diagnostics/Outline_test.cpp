@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <pthread.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,6 +15,7 @@
 
 namespace {
 
+using lytFilterParser::Diagnostic;
 using lytFilterParser::detail::Outline;
 
 // The words of `text` with word `i` left out, doubled, or swapped with the next.
@@ -59,6 +65,53 @@ TEST(Outline, AgreesWithTheReaderOnEveryVariationOfTheCorpus) {
     }
   }
   EXPECT_GT(accepted, 300u);
+}
+
+// --- any depth ---------------------------------------------------------------
+//
+// The diagnostics walk a tree as the library does, with stacks of their own:
+// on a thread with a 256 KiB stack they reach the deepest atom of a request
+// nested 1,000,000 levels (LFP_TEST_DEPTH to change).
+
+void onSmallStack(const std::function<void()>& body) {
+  pthread_attr_t attributes;
+  ASSERT_EQ(0, pthread_attr_init(&attributes));
+  ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, 256 * 1024));
+  pthread_t thread;
+  const auto run = [](void* argument) -> void* {
+    (*static_cast<const std::function<void()>*>(argument))();
+    return nullptr;
+  };
+  ASSERT_EQ(0, pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&body)));
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+}
+
+bool has(const std::vector<Diagnostic>& found, const std::string& code, std::size_t start) {
+  return std::any_of(found.begin(), found.end(), [&](const Diagnostic& d) { return d.code == code && d.start == start; });
+}
+
+TEST(AnyDepth, DiagnosticsReachTheDeepestAtom) {
+  const char* depth = std::getenv("LFP_TEST_DEPTH");
+  const int levels = depth != nullptr ? std::atoi(depth) : 1000000;
+  std::string text;
+  for (int level = 1; level < levels; ++level) text += "-f or [ -f src a ";
+  const std::size_t second = text.find("-f or", 1), deepest = text.size();
+  text += "-f wb x or ";
+  for (int level = 1; level < levels; ++level) text += "] ";
+  text += "-k svc -v wb";
+  onSmallStack([&] {
+    const std::vector<Diagnostic> linted = lytFilterParser::lint(text);
+    EXPECT_EQ(linted.size(), 1u);
+    EXPECT_TRUE(has(linted, "entity-keyword", deepest + 8));
+    EXPECT_TRUE(lytFilterParser::fidelity(text, TavVersion(3)).empty());
+    EXPECT_TRUE(has(lytFilterParser::fidelity(text, TavVersion(1)), "filter-dropped", second));
+    std::string error;
+    std::unique_ptr<LYTKovaRequest> request(LYTKovaRequest::getLYTKovaRequest(text, error));
+    const auto refusal = lytFilterParser::validate(text, dynamic_cast<NetworkKovaRequest&>(*request), TavVersion(3));
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(refusal->start, deepest + 3);
+  });
 }
 
 }  // namespace
