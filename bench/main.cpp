@@ -108,6 +108,13 @@ void readRequest(const std::string& text) {
   delete request;
 }
 
+// What a caller pays for asking: the text read once more and walked for the
+// places of its items (lytFilterParser::lint).
+void lintText(const std::string& text) {
+  std::vector<lytFilterParser::Diagnostic> found = lytFilterParser::lint(text);
+  benchmark::DoNotOptimize(found.data());
+}
+
 void convertLegacy(const std::string& text) {
   std::string error;
   std::string out = LYTKovaRequest::convert(text, error);
@@ -327,6 +334,8 @@ void registerCase(const TextCase& c) {
     return;
   }
   registerTextBenchmark("roundtrip/" + n, c, roundTrip);
+  // Lint of a typical request costs at most one more round trip: compare lint/ with roundtrip/.
+  if (c.kind == CaseKind::Typical) registerTextBenchmark("lint/" + n, c, lintText);
   if (c.kind == CaseKind::ScaleKeys || c.kind == CaseKind::ScaleDepth) return;
 
   if (c.kind != CaseKind::VirtualLink) {

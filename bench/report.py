@@ -302,7 +302,7 @@ def summary_table(summary):
     return lines
 
 
-OP_ORDER = ["floor_split", "floor_copy", "tokenize", "roundtrip", "convert", "refused", "refused_convert",
+OP_ORDER = ["floor_split", "floor_copy", "tokenize", "roundtrip", "lint", "convert", "refused", "refused_convert",
             "isvalid", "minversion", "dump_v1", "kova_columns", "module_names", "error"]
 PAIRED_WITH_ACCEPTED = ("refused", "refused_convert")
 OP_TITLE = {
@@ -310,6 +310,7 @@ OP_TITLE = {
     "floor_copy": "Floor (b): copy of the text",
     "tokenize": "Tokenizing: LYTKovaRequest::fillFilterList",
     "roundtrip": "Round trip: getLYTKovaRequest + dump() + delete",
+    "lint": "Lint: lytFilterParser::lint(text) (target: at most the round trip of the same text)",
     "convert": "Convert of a legacy line: LYTKovaRequest::convert(text, error)",
     "refused": "Refused request: getLYTKovaRequest on a text spoilt at one token, against the accepted text",
     "refused_convert": "Refused legacy line: convert on a line spoilt at one token, against the accepted line",

@@ -1,10 +1,12 @@
 // Legacy command lines through both forms of convert, for every peer version
 // around the valid ones; the current text they give must read back, and must
-// be what the legacy-reading constructor makes of fillFilterList's tokens.
+// be what the legacy-reading constructor makes of fillFilterList's tokens;
+// and convert with diagnostics for every peer version.
 #include <cstddef>
 #include <cstdint>
 
 #include "FuzzCommon.h"
+#include "FuzzDiagnostics.h"
 
 namespace {
 
@@ -52,5 +54,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   std::string error;
   fuzz::allowMessage([&] { (void)LYTKovaRequest::convert(text, error); });
+  fuzz::checkConversionDiagnostics(text);
   return 0;
 }

@@ -1,10 +1,11 @@
 // Request text through the factory, then everything a caller may do with the
 // object, checking that only message strings leave the library and that
-// written text reads back to itself.
+// written text reads back to itself; and the diagnostics of the text.
 #include <cstddef>
 #include <cstdint>
 
 #include "FuzzCommon.h"
+#include "FuzzDiagnostics.h"
 
 namespace {
 
@@ -46,6 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string inPlace = request ? written(*request) : error.empty() ? "<no request>" : "<message> " + error;
   const std::string listed = throughTokenList(text);
   if (inPlace != listed) fuzz::failure("the text and token-list readers disagree", text + "\n" + inPlace + "\n" + listed);
+  fuzz::checkRequestDiagnostics(text);
   if (!request) return 0;
 
   fuzz::checkRoundTrip(*request);

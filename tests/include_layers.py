@@ -4,14 +4,14 @@
 The folders of lytFilterParser/ are layers, lowest first: the root headers
 (Export.h, Internals.h, the generated LibraryVersion.h), base, detail, then
 vocab and version, entity, then filter and column (which never include each
-other), then request. A file may include its own folder and the layers below
-it. Tests may include anything.
+other), then request, then diagnostics. A file may include its own folder
+and the layers below it. Tests may include anything.
 """
 import pathlib
 import re
 import sys
 
-LAYERS = {"base": 0, "detail": 1, "vocab": 2, "version": 2, "entity": 3, "filter": 4, "column": 4, "request": 5}
+LAYERS = {"base": 0, "detail": 1, "vocab": 2, "version": 2, "entity": 3, "filter": 4, "column": 4, "request": 5, "diagnostics": 6}
 ROOT_HEADERS = {"Export.h": -1, "Internals.h": -1, "LibraryVersion.h": -1}
 INCLUDE = re.compile(r'^\s*#\s*include\s+[<"]lytFilterParser/([^">]+)[">]', re.M)
 

@@ -43,8 +43,8 @@ constexpr std::array<std::string_view, legacyFilterWordCount()> kLegacyFilterWor
 template <class Tokens>
 class Translation {
  public:
-  Translation(Tokens& tokens, WordTokens& out, std::string& fault)
-      : cur(tokens.begin()), end(tokens.end()), out(out), fault(fault) {}
+  Translation(Tokens& tokens, WordTokens& out, std::string& fault, LegacyTrace* trace)
+      : cur(tokens.begin()), end(tokens.end()), out(out), fault(fault), trace(trace) {}
 
   bool run() {
     while (cur != end && !stopped) {
@@ -130,6 +130,7 @@ class Translation {
     for (const std::string_view filterWord : kLegacyFilterWords) {
       if (sameWord(word, filterWord)) return contentFilter();
     }
+    if (trace != nullptr) trace->skipped.push_back(word);
     ++cur;
     return true;
   }
@@ -185,6 +186,7 @@ class Translation {
   }
   void emit(std::string_view word) { out.push_back(word); }
   bool refuse(const char* message) {
+    if (trace != nullptr && cur != end) trace->faultAt = *cur;
     fault.assign(message);
     return false;
   }
@@ -193,6 +195,7 @@ class Translation {
   const typename Tokens::iterator end;
   WordTokens& out;
   std::string& fault;
+  LegacyTrace* const trace;
   bool valueGiven = false;
   bool stopped = false;  // the rest of the line was taken as it stands
 };
@@ -200,12 +203,12 @@ class Translation {
 }  // namespace
 
 template <class Tokens>
-bool translateLegacy(Tokens& tokens, WordTokens& out, std::string& fault) {
-  return Translation<Tokens>(tokens, out, fault).run();
+bool translateLegacy(Tokens& tokens, WordTokens& out, std::string& fault, LegacyTrace* trace) {
+  return Translation<Tokens>(tokens, out, fault, trace).run();
 }
 
-template bool translateLegacy<strList>(strList&, WordTokens&, std::string&);
-template bool translateLegacy<TextTokens>(TextTokens&, WordTokens&, std::string&);
+template bool translateLegacy<strList>(strList&, WordTokens&, std::string&, LegacyTrace*);
+template bool translateLegacy<TextTokens>(TextTokens&, WordTokens&, std::string&, LegacyTrace*);
 
 }  // namespace detail
 }  // namespace lytFilterParser

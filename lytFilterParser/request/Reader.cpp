@@ -499,6 +499,8 @@ bool Reader::dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur
 template bool Reader::request<TextTokens>(NetworkKovaRequest&, TextTokens&, TextTokens::iterator&);
 template bool Reader::legacyRequest<TextTokens>(NetworkKovaRequest&, TextTokens&, TavVersion);
 template bool Reader::virtualLink<TextTokens>(E2EKovaRequest&, TextTokens&, TextTokens::iterator&);
+// The diagnostics read a legacy line's translation themselves, to know where a fault stands.
+template bool Reader::request<WordTokens>(NetworkKovaRequest&, WordTokens&, WordTokens::iterator&);
 
 }  // namespace detail
 }  // namespace lytFilterParser

@@ -1,0 +1,87 @@
+// Checks of the diagnostics shared by the fuzz targets: every function runs
+// on every input, every place lies inside its text, every code is one of
+// the documented codes with its severity, and what the diagnosing functions
+// say the library returns is what it returns.
+#ifndef LYTFILTERPARSER_FUZZ_FUZZDIAGNOSTICS_H
+#define LYTFILTERPARSER_FUZZ_FUZZDIAGNOSTICS_H
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "FuzzCommon.h"
+
+namespace fuzz {
+
+inline void checkPlace(const std::string& text, std::size_t start, std::size_t length, const std::string& what) {
+  if (start > text.size() || length > text.size() - start) {
+    failure("a place lies outside its text", what + " at " + std::to_string(start) + "+" + std::to_string(length) + "\n" + text);
+  }
+}
+
+inline void checkDiagnostics(const std::string& text, const std::vector<lytFilterParser::Diagnostic>& found) {
+  for (const lytFilterParser::Diagnostic& diagnostic : found) {
+    checkPlace(text, diagnostic.start, diagnostic.length, diagnostic.code);
+    const lytFilterParser::DiagnosticCode* code = lytFilterParser::findDiagnosticCode(diagnostic.code);
+    if (code == nullptr) failure("an undocumented diagnostic code", diagnostic.code + "\n" + text);
+    if (code->severity != diagnostic.severity) failure("a diagnostic with another severity than its code's", diagnostic.code);
+  }
+}
+
+inline void checkRefusal(const std::string& text, const std::optional<lytFilterParser::Refusal>& refusal,
+                         const std::string& error) {
+  if (!refusal) {
+    if (!error.empty()) failure("a refused text has no refusal", text + "\n" + error);
+    return;
+  }
+  if (refusal->message != error) failure("a refusal with another message than the library's", refusal->message + "\n" + error);
+  checkPlace(text, refusal->start, refusal->length, refusal->message);
+  if (refusal->suggestions.size() > 3) failure("more than three suggestions", text);
+}
+
+// Request text: lint, fidelity for every peer version, the refusal, and
+// validation for every peer version of a request read afresh.
+inline void checkRequestDiagnostics(const std::string& text) {
+  checkDiagnostics(text, lytFilterParser::lint(text));
+  std::string error;
+  std::unique_ptr<LYTKovaRequest> request;
+  allowMessage([&] { request.reset(LYTKovaRequest::getLYTKovaRequest(text, error)); });
+  checkRefusal(text, lytFilterParser::readRefusal(text), request ? std::string() : error);
+  for (int version = -1; version <= 4; ++version) {
+    allowMessage([&] { checkDiagnostics(text, lytFilterParser::fidelity(text, TavVersion(version))); });
+    std::unique_ptr<LYTKovaRequest> fresh;
+    allowMessage([&] { fresh.reset(LYTKovaRequest::getLYTKovaRequest(text, error)); });
+    auto* network = dynamic_cast<NetworkKovaRequest*>(fresh.get());
+    if (network == nullptr) continue;
+    std::string message;
+    bool valid = false;
+    if (!allowMessage([&] { valid = network->isValid(TavVersion(version), message); })) continue;
+    std::optional<lytFilterParser::Refusal> refusal;
+    if (!allowMessage([&] { refusal = lytFilterParser::validate(text, *network, TavVersion(version)); })) {
+      failure("validate throws where isValid does not", text);
+    }
+    checkRefusal(text, refusal, valid ? std::string() : message);
+  }
+}
+
+// A legacy line: convert with diagnostics for every peer version gives what
+// convert gives.
+inline void checkConversionDiagnostics(const std::string& line) {
+  for (int version = -1; version <= 4; ++version) {
+    std::string error;
+    std::string converted;
+    if (!allowMessage([&] { converted = LYTKovaRequest::convert(line, TavVersion(version), error); })) continue;
+    lytFilterParser::Conversion conversion;
+    if (!allowMessage([&] { conversion = lytFilterParser::convertWithDiagnostics(line, TavVersion(version)); })) {
+      failure("convert with diagnostics throws where convert does not", line);
+    }
+    if (conversion.request != converted) failure("convert with diagnostics returns another request", line);
+    checkRefusal(line, conversion.refusal, error);
+    checkDiagnostics(line, conversion.diagnostics);
+  }
+}
+
+}  // namespace fuzz
+
+#endif
