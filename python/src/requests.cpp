@@ -154,13 +154,10 @@ py::object parse(const py::str& text) {
     if (reading.error.empty()) return py::none();
     raiseRequestError(reading.error, reading.place);
   }
-  std::unique_ptr<Request> request;
   if (dynamic_cast<NetworkKovaRequest*>(reading.request.get()) != nullptr) {
-    request.reset(new NetworkRequest(std::move(reading.request), bytes.size()));
-  } else {
-    request.reset(new E2ERequest(std::move(reading.request), bytes.size()));
+    return py::cast(std::make_unique<NetworkRequest>(std::move(reading.request), bytes.size()));
   }
-  return py::cast(std::move(request));
+  return py::cast(std::make_unique<E2ERequest>(std::move(reading.request), bytes.size()));
 }
 
 std::string convert(const py::str& text, int peer) {
