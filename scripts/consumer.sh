@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs a build tree into a temporary prefix and checks that a separate
 # project can use the installed library through find_package() and through
-# pkg-config.
+# pkg-config, and that the Python package (when built) imports from there.
 #
 # Usage: scripts/consumer.sh <build-dir>
 set -euo pipefail
@@ -26,5 +26,11 @@ cmake --build "$work/cmake-build"
 
 echo "consumer: pkg-config build"
 bash "$root/tests/consumer/pkgconfig.sh" "$prefix" "$work/pkgconfig-build"
+
+python=$(sed -n 's/^LFP_PYTHON_INTERPRETER:INTERNAL=//p' "$build/CMakeCache.txt")
+if [[ -n $python ]]; then
+  echo "consumer: Python package in a fresh interpreter"
+  (cd "$work" && "$python" -I "$root/python/tests/installed.py" "$prefix" "$prefix/bin/lytreq")
+fi
 
 echo "consumer: OK"

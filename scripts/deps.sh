@@ -19,6 +19,7 @@ DEFAULT_PACKAGES=(
   libgtest-dev googletest
   libbenchmark-dev
   python3
+  python3-dev pybind11-dev python3-pytest  # the Python binding and its tests
   clang libclang-rt-14-dev
   valgrind
   g++-multilib

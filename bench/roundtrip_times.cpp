@@ -1,0 +1,70 @@
+// Times the C++ round trip (getLYTKovaRequest, dump, delete) on the
+// corpus's typical, vl, large and deep requests the way python_roundtrip.py
+// times parse and dump from Python, and prints one JSON object per case:
+// {"name", "kind", "text", "ns"}, ns the fastest batch's time per round trip.
+// With case names as arguments, only those; with --list, no times (ns 0).
+#include <chrono>
+#include <cstdio>
+#include <memory>
+#include <set>
+#include <string>
+
+#include "corpus.h"
+#include "lytFilterParser/lytFilterParser.h"
+
+namespace {
+
+volatile std::size_t sink;
+
+void roundTrip(const std::string& text) {
+  std::string error;
+  std::unique_ptr<LYTKovaRequest> request(LYTKovaRequest::getLYTKovaRequest(text, error));
+  sink = request->dump().size();
+}
+
+double batchNs(const std::string& text, long count) {
+  const auto start = std::chrono::steady_clock::now();
+  for (long i = 0; i < count; ++i) roundTrip(text);
+  return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Nanoseconds per round trip: the fastest of 9 batches of at least 20 ms.
+double timeNs(const std::string& text) {
+  long count = 1;
+  while (batchNs(text, count) < 20e6) count *= 2;
+  double best = 0;
+  for (int batch = 0; batch < 9; ++batch) {
+    const double ns = batchNs(text, count) / static_cast<double>(count);
+    if (batch == 0 || ns < best) best = ns;
+  }
+  return best;
+}
+
+std::string jsonString(const std::string& text) {
+  std::string out = "\"";
+  for (char c : text) {
+    if (c == '"' || c == '\\') out += '\\';
+    out += c;
+  }
+  return out + "\"";
+}
+
+bool measured(bench::CaseKind kind) {
+  using bench::CaseKind;
+  return kind == CaseKind::Typical || kind == CaseKind::VirtualLink || kind == CaseKind::Large ||
+         kind == CaseKind::Deep;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::set<std::string> names(argv + 1, argv + argc);
+  const bool list = names.count("--list") != 0;
+  for (const bench::TextCase& c : bench::buildCorpus()) {
+    if (!measured(c.kind) || (!list && !names.empty() && names.count(c.name) == 0)) continue;
+    std::printf("{\"name\": %s, \"kind\": %s, \"text\": %s, \"ns\": %.1f}\n", jsonString(c.name).c_str(),
+                jsonString(bench::kindLabel(c.kind)).c_str(), jsonString(c.text).c_str(), list ? 0.0 : timeNs(c.text));
+    std::fflush(stdout);
+  }
+  return 0;
+}
