@@ -95,6 +95,7 @@ TEST(Lint, TheExamplesOfTheSyntaxPageDrawOnlyTheSurprisesTheyShow) {
        {"operator-changed:or", "filter-appended:-f svc http"}},
       {"-k svc -v wb url_mod=host_path cprint=both enc=yes dir=outbound", {"word-misread:dir=outbound"}},
       {"-k svc -v wb -s top index=2 updates=0", {"value-defaulted:updates=0"}},
+      {"-k svc -v wb -f or", {"operator-ignored:-f or"}},
   };
   std::ifstream page(std::string(LFP_SOURCE_DIR) + "/docs/request-syntax.md");
   ASSERT_TRUE(page) << "docs/request-syntax.md";
