@@ -24,6 +24,12 @@ namespace {
 
 using It = TextTokens::iterator;
 
+// Where the current bare atom list ends, once a "-f" has looked for it.
+struct ListEnd {
+  It at;
+  bool known;
+};
+
 bool endsItems(std::string_view token) { return firstChar(token) == '-' || isChar(token, kCloseBracket); }
 
 bool contains(std::string_view token, std::string_view word) { return token.find(word) != std::string_view::npos; }
@@ -45,11 +51,11 @@ class Walker {
     out.values.reserve(4);
     out.nodes.push_back(FilterNode{});
     out.nodes[0].compound = true;
-    std::optional<It> listEnd;
+    ListEnd listEnd{tokens.end(), false};
     while (cur != tokens.end()) {
       const std::string_view option = *cur;
       if (option.size() != 2 || option[0] != '-') return false;
-      if (option[1] != OPTION_FILTER) listEnd.reset();
+      if (option[1] != OPTION_FILTER) listEnd.known = false;
       const Span at = take();
       bool read = false;
       switch (option[1]) {
@@ -99,7 +105,7 @@ class Walker {
     out.nodes[node].end = static_cast<std::uint32_t>(out.nodes.size());
   }
 
-  bool filterOption(Span option, std::optional<It>& listEnd);
+  bool filterOption(Span option, ListEnd& listEnd);
   bool compound(std::uint32_t node, bool bracketed);
   bool atom(std::uint32_t parent, Span option);
   void names(std::uint32_t node);
@@ -114,7 +120,7 @@ class Walker {
   Span last;
 };
 
-bool Walker::filterOption(Span option, std::optional<It>& listEnd) {
+bool Walker::filterOption(Span option, ListEnd& listEnd) {
   if (atEnd()) return false;
   out.filterOptions.push_back(FilterOption{option, Span{}, option});
   const std::size_t index = out.filterOptions.size() - 1;
@@ -133,12 +139,12 @@ bool Walker::filterOption(Span option, std::optional<It>& listEnd) {
     };
     It close = cur;
     if (!endsList(cur)) {
-      if (listEnd) {
-        close = *listEnd;
+      if (listEnd.known) {
+        close = listEnd.at;
       } else {
         do ++close;
         while (!endsList(close));
-        listEnd = close;
+        listEnd = ListEnd{close, true};
       }
     }
     const It bracket = tokens.insert(close, std::string(1, kCloseBracket));
