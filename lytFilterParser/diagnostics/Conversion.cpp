@@ -35,17 +35,25 @@ struct Line {
   bool is(std::size_t i, char c) const { return i < words.size() && isChar(word(i), c); }
 };
 
+// The index of the word `word` (a view into the line), or the number of
+// words when it is none of them.
+std::size_t indexOf(const Line& line, std::string_view word) {
+  if (!inText(line.text, word)) return line.words.size();
+  const std::size_t start = static_cast<std::size_t>(word.data() - line.text.data());
+  const auto found = std::lower_bound(line.words.begin(), line.words.end(), start,
+                                      [](const Span& span, std::size_t at) { return span.start < at; });
+  return found != line.words.end() && found->start == start ? static_cast<std::size_t>(found - line.words.begin())
+                                                             : line.words.size();
+}
+
 Line lineOf(std::string_view text, const LegacyTrace& trace) {
   Line line{text, {}, {}};
   const TextTokens tokens(text);
   for (TextTokens::iterator at = tokens.begin(); at != tokens.end(); ++at) line.words.push_back(tokenSpan(text, tokens, at));
   line.skipped.assign(line.words.size(), false);
   for (const std::string_view skipped : trace.skipped) {
-    if (!inText(text, skipped)) continue;
-    const std::size_t start = static_cast<std::size_t>(skipped.data() - text.data());
-    const auto found = std::lower_bound(line.words.begin(), line.words.end(), start,
-                                        [](const Span& word, std::size_t at) { return word.start < at; });
-    if (found != line.words.end() && found->start == start) line.skipped[static_cast<std::size_t>(found - line.words.begin())] = true;
+    const std::size_t i = indexOf(line, skipped);
+    if (i < line.words.size()) line.skipped[i] = true;
   }
   return line;
 }
@@ -136,6 +144,44 @@ void longerWords(const Line& line, Findings& found) {
   }
 }
 
+// The word that closes the bracket opened by word `open`, or the last word.
+std::size_t closingWord(const Line& line, std::size_t open) {
+  std::size_t depth = 0;
+  for (std::size_t i = open; i < line.words.size(); ++i) {
+    if (line.is(i, kOpenBracket)) ++depth;
+    if (line.is(i, kCloseBracket) && --depth == 0) return i;
+  }
+  return line.words.size() - 1;
+}
+
+// What the translation reads otherwise than it shows: a negation flag
+// other than "0" or "1", a word where a filter's "[" belongs, and a
+// legacy filter after a plain group, where the rest of the line is read
+// as the current syntax.
+void misreadFilters(const Line& line, const LegacyTrace& trace, Findings& found) {
+  const std::string plain(legacyNegationFlag(false)), negated(legacyNegationFlag(true));
+  for (const std::string_view flag : trace.flags) {
+    const std::size_t i = indexOf(line, flag);
+    if (i == line.words.size()) continue;
+    found.add(Code::WordMisread, line.words[i],
+              quoted(flag) + " is read as " + quoted(plain) + ": only " + quoted(negated) + " negates a legacy filter");
+  }
+  const std::string open(1, kOpenBracket);
+  for (const std::string_view word : trace.brackets) {
+    const std::size_t i = indexOf(line, word);
+    if (i == line.words.size()) continue;
+    found.add(Code::WordSkipped, line.words[i], quoted(word) + " stands where the filter's " + quoted(open) + " belongs and is skipped");
+  }
+  for (const std::string_view first : trace.passed) {
+    const std::size_t i = indexOf(line, first);
+    if (i + 2 >= line.words.size()) continue;
+    const Span filter = cover(line.words[i], line.words[closingWord(line, i + 2)]);
+    found.add(Code::FilterDropped, filter,
+              quoted(line.text.substr(filter.start, filter.length)) +
+                  " follows a plain group, after which the line is read as the current syntax: as names, not as a filter");
+  }
+}
+
 // Where convert's refusal of `line` stands.
 Span refusalPlace(std::string_view line, TavVersion peer, const std::string& error) {
   if (peer == TAV_VERSION_CURRENT) {
@@ -180,6 +226,7 @@ Conversion convertWithDiagnostics(const std::string& line, TavVersion peer) {
   Findings found;
   skippedWords(words, found);
   longerWords(words, found);
+  misreadFilters(words, trace, found);
   conversion.diagnostics = found.finish();
   return conversion;
 }

@@ -24,15 +24,19 @@ struct Conversion {
 // LYTKovaRequest::convert(line, peer, error), and for peers 1 and 2 what
 // the translation passes over in silence:
 //   word-skipped      words that are no legacy syntax ("garbage", "-n 20"),
-//                     consecutive ones as one diagnostic
+//                     consecutive ones as one diagnostic, and a word
+//                     where a filter's "[" belongs ("dst 0 a b ]")
 //   filter-dropped    a bracketed legacy filter whose first word names no
-//                     legacy filter type ("[[foo 1 [x]]]"), or a further
-//                     interface item, which the reader does not take: the
-//                     converted request has no such filter
+//                     legacy filter type ("[[foo 1 [x]]]"), a further
+//                     interface item, which the reader does not take, or
+//                     a legacy filter after a plain group ("-g src src 0
+//                     [a]"), read as names: the converted request has no
+//                     such filter
 //   operator-changed  an "or" of the legacy filter list: the filters are
 //                     joined by "and"
 //   word-misread      a legacy option, or the letter after "-y" or "-a",
-//                     written with more characters: only the first count
+//                     written with more characters: only the first count;
+//                     a negation flag other than "0" and "1", read as "0"
 // The words the legacy writer itself writes and the reader skips ("-filter",
 // "and", the brackets, the "a" after "-a") are no diagnostic. A refusal
 // stands on the word the message is about (the "-y" or "-g" argument, the

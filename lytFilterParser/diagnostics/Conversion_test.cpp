@@ -32,6 +32,11 @@ const Row kRows[] = {
     {"-filter [ and [[interface 0 [[eth0 in][eth1 out]]]]] -a i -y C -g topfw", 2, {"filter-dropped:[eth1 out]"}},
     {"-filter [ or [[src 0 [a ]][dst 0 [b ]]]] -a a -y b -g topsrc", 2, {"operator-changed:or"}},
     {"-ybx bytes -a ix -g topsrc", 2, {"word-misread:-ybx", "word-misread:bytes", "word-misread:ix"}},
+    {"src 2 [ a ] interface x [[eth0 in]]", 1, {"word-misread:2", "word-misread:x"}},
+    {"dst 0 a b ] interface 1 eth0 eth1 out", 2, {"word-skipped:a", "word-skipped:eth0"}},
+    {"-g src src 0 [ a [ b ] ]", 2, {"filter-dropped:src 0 [ a [ b ] ]"}},
+    {"-g topsrc -y b -g src dst 1 [ a", 2, {"filter-dropped:dst 1 [ a"}},
+    {"-g src -f src a -v pkt", 2, {}},  // the current syntax after a plain group means what it says
     {"-g topsrc -y x", 2, {"Invalid value type:x"}},
     {"-g topsrcc", 1, {"Invalid key type:topsrcc", "topsrc"}},
     {"-g src 10.0.0.1 -ybx p", 2, {"Invalid option: -ybx:-ybx"}},  // no suggestion for a word of the vocabulary

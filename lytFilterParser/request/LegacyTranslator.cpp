@@ -99,7 +99,12 @@ class Translation {
       emit(sortTypeWord(TAV_SORT_TOP));
       return true;
     }
-    while (cur != end) take();
+    std::string_view previous = row->word;
+    while (cur != end) {
+      if (trace != nullptr && previous.front() != '-' && startsLegacyFilter()) trace->passed.push_back(*cur);
+      previous = *cur;
+      take();
+    }
     stopped = true;
     return true;
   }
@@ -123,13 +128,21 @@ class Translation {
     return filterOrSkip();
   }
 
+  static bool isContentFilterWord(std::string_view word) {
+    for (const std::string_view filterWord : kLegacyFilterWords) {
+      if (sameWord(word, filterWord)) return true;
+    }
+    return false;
+  }
+  static bool isLegacyFilterWord(std::string_view word) {
+    return word == kValueTypes[TAV_INTERFACE].keyword || isContentFilterWord(word);
+  }
+
   // A filter word and its list; any other word is skipped.
   bool filterOrSkip() {
     if (*cur == kValueTypes[TAV_INTERFACE].keyword) return interfaceFilter();
     const std::string_view word = *cur;
-    for (const std::string_view filterWord : kLegacyFilterWords) {
-      if (sameWord(word, filterWord)) return contentFilter();
-    }
+    if (isContentFilterWord(word)) return contentFilter();
     if (trace != nullptr) trace->skipped.push_back(word);
     ++cur;
     return true;
@@ -141,7 +154,7 @@ class Translation {
     take();
     if (!negation("Invalid filter")) return false;
     if (cur == end) return refuse("Invalid filter");
-    ++cur;  // the "["
+    skipBracket();
     while (cur != end && !isChar(*cur, kCloseBracket)) take();
     if (cur == end) return refuse("Invalid filter");
     ++cur;
@@ -156,7 +169,7 @@ class Translation {
     emit(kValueTypes[TAV_INTERFACE].keyword);
     if (!negation(kFault)) return false;
     if (cur == end) return refuse(kFault);
-    ++cur;  // the "["
+    skipBracket();
     if (cur == end) return refuse(kFault);
     if (isChar(*cur, kOpenBracket)) {
       ++cur;
@@ -175,9 +188,25 @@ class Translation {
   bool negation(const char* faultText) {
     if (cur == end) return refuse(faultText);
     const bool negated = *cur == legacyNegationFlag(true);
+    if (trace != nullptr && !negated && *cur != legacyNegationFlag(false)) trace->flags.push_back(*cur);
     ++cur;
     if (negated) emit(kNegationWords[0].text);
     return true;
+  }
+
+  // The word where a filter's "[" stands, whatever it is.
+  void skipBracket() {
+    if (trace != nullptr && !isChar(*cur, kOpenBracket)) trace->brackets.push_back(*cur);
+    ++cur;
+  }
+
+  // Whether the cursor stands on a legacy filter as the legacy writer
+  // writes one: its type word, the flag, and "[".
+  bool startsLegacyFilter() const {
+    if (!isLegacyFilterWord(*cur)) return false;
+    typename Tokens::iterator at = cur;
+    if (++at == end || ++at == end) return false;
+    return isChar(*at, kOpenBracket);
   }
 
   void take() {

@@ -20,6 +20,10 @@ namespace detail {
 struct LegacyTrace {
   std::vector<std::string_view> skipped;
   std::string_view faultAt;
+  std::vector<std::string_view> flags;     // negation flags neither "0" nor "1": read as "0"
+  std::vector<std::string_view> brackets;  // words skipped where a filter's "[" belongs, other than "["
+  std::vector<std::string_view> passed;    // first words of legacy filters after a plain group, which
+                                           // the current syntax reads as names
 };
 
 // Appends the translation of `tokens` to `out`: views of the tokens that
