@@ -164,7 +164,10 @@ void checkOption(const Taken& taken, const CommandShape& command, const std::vec
   if (!takes(command, taken.option->taker)) notTaken(*taken.option, command, commands);
   if (taken.option->taker == Taker::Peer && !isNumber(taken.arguments[1]) &&
       !(command.takesAllPeers && taken.arguments[1] == kAllPeers)) {
-    throw ArgumentError{"--peer: " + taken.arguments[1] + " is not a number", command.name, {}};
+    throw ArgumentError{"--peer: " + taken.arguments[1] + " is not a number" +
+                            (command.takesAllPeers ? std::string(" nor ") + kAllPeers : std::string()),
+                        command.name,
+                        {}};
   }
 }
 
