@@ -25,6 +25,8 @@ const ToolOption kToolOptions[] = {
     {"--json", nullptr, OptionValue::None, Taker::Json},
     {"--line-number", "-n", OptionValue::None, Taker::Requests},
     {"--file", nullptr, OptionValue::File, Taker::Requests},
+    {"--strict", nullptr, OptionValue::None, Taker::Requests},
+    {"--no-warnings", nullptr, OptionValue::None, Taker::Requests},
     {"--peer", nullptr, OptionValue::Number, Taker::Peer},
     {"--map", nullptr, OptionValue::File, Taker::Map},
     {"--help", "-h", OptionValue::None, Taker::Help},
@@ -160,8 +162,12 @@ Taken readOption(const std::vector<std::string>& args, std::size_t& i) {
 
 void checkOption(const Taken& taken, const CommandShape& command, const std::vector<CommandShape>& commands) {
   if (!takes(command, taken.option->taker)) notTaken(*taken.option, command, commands);
-  if (taken.option->taker == Taker::Peer && !isNumber(taken.arguments[1])) {
-    throw ArgumentError{"--peer: " + taken.arguments[1] + " is not a number", command.name, {}};
+  if (taken.option->taker == Taker::Peer && !isNumber(taken.arguments[1]) &&
+      !(command.takesAllPeers && taken.arguments[1] == kAllPeers)) {
+    throw ArgumentError{"--peer: " + taken.arguments[1] + " is not a number" +
+                            (command.takesAllPeers ? std::string(" nor ") + kAllPeers : std::string()),
+                        command.name,
+                        {}};
   }
 }
 

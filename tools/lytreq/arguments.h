@@ -10,11 +10,15 @@
 
 namespace lytreq {
 
+// The value of --peer that asks for every peer.
+constexpr const char* kAllPeers = "all";
+
 // What the sorting needs to know of a subcommand.
 struct CommandShape {
   const char* name;
   bool takesRequests;  // REQUEST words, --file, -n
   bool takesPeer;
+  bool takesAllPeers;  // --peer all
   bool takesMap;
   bool takesJson;
   bool legacyRequests;   // its requests are legacy command lines
@@ -35,8 +39,8 @@ struct ArgumentError {
 // request words in order. A call that names no subcommand is returned as it
 // is when it asks for help or the version. Throws ArgumentError for an
 // unknown subcommand or option, an option of another subcommand, an option
-// without its value, a --peer that is not a number, or words given to a
-// subcommand that takes none.
+// without its value, a --peer that is not a number (nor "all" where the
+// subcommand takes it), or words given to a subcommand that takes none.
 std::vector<std::string> arrangeArguments(const std::vector<std::string>& args,
                                           const std::vector<CommandShape>& commands);
 

@@ -26,6 +26,8 @@ const char* const kFileHelp = "Read requests from FILE (\"-\": standard input), 
 const char* const kJsonHelp = "Write one JSON object per request";
 const char* const kLineNumberHelp = "Put the input line number and a colon before each line of a result";
 const char* const kShellHelp = "bash or zsh";
+const char* const kStrictHelp = "Exit with status 1 when the library warns about a request";
+const char* const kNoWarningsHelp = "Do not report warnings and notes";
 
 // The part of every request-taking subcommand's footer before its examples.
 const char* const kRequestNote =
@@ -34,6 +36,10 @@ const char* const kRequestNote =
     "starting with \"#\" are skipped; a rejected line is reported as \"line N: ...\" on\n"
     "standard error and the other lines go on; -n puts the input line number before each\n"
     "line of a result.\n"
+    "Warnings and notes of the library go to standard error after the result, as\n"
+    "\"lytreq: warning: MESSAGE [CODE]\" (\"line N: warning: ...\" in batch input) with the request\n"
+    "and a marker under the place; --strict makes a warning exit with status 1, --no-warnings\n"
+    "hides them.\n"
     "Exit status: 0 all requests succeeded, 1 one was rejected, 2 usage error.\n"
     "\n";
 
@@ -43,8 +49,12 @@ struct Given {
   std::string file;  // --file, taken only when it was given
   bool json = false;
   bool lineNumbers = false;
+  bool strict = false;
+  bool noWarnings = false;
+  std::string peerText;  // --peer as given: a number, or "all" where taken
   int peer = 0;
   bool peerGiven = false;  // parse writes for a peer only when asked to
+  bool allPeers = false;   // --peer all
   std::string map;
   std::string shell;  // completion's argument
 };
@@ -64,6 +74,7 @@ struct PeerOption {
   int high;
   int fallback;
   bool showDefault;  // false where no --peer means something else than the default peer
+  bool all;          // takes "all": every peer, 1 to 3
 };
 
 // One subcommand: what its help says, which options it takes, and what runs it.
@@ -92,10 +103,14 @@ int runRequests(const Given& given, Streams& io, bool severalLines,
   forEachRequest(given.source, io.in, [&](const Request& request) {
     Report report = command(request.text);
     report.line = request.line;
+    if (given.noWarnings) report.dropDiagnostics();
     if (severalLines && !given.json && !first) io.out << '\n';
     first = false;
     writeReport(report, given.json, given.lineNumbers, io.out, io.err);
     if (report.rejected()) rejected = true;
+    for (const Diagnostic& diagnostic : report.diagnostics()) {
+      if (given.strict && diagnostic.severity == lytFilterParser::Severity::Warning) rejected = true;
+    }
   });
   return rejected ? EXIT_REJECTED : EXIT_OK;
 }
@@ -107,12 +122,15 @@ int runParse(const Given& given, Streams& io) {
 }
 
 int runCheck(const Given& given, Streams& io) {
+  if (given.allPeers) return runRequests(given, io, false, checkAllCommand);
   return runRequests(given, io, false, [&](const std::string& text) { return checkCommand(text, given.peer); });
 }
 
 int runConvert(const Given& given, Streams& io) {
   return runRequests(given, io, false, [&](const std::string& text) { return convertCommand(text, given.peer); });
 }
+
+int runExplain(const Given& given, Streams& io) { return runRequests(given, io, true, explainCommand); }
 
 int runColumns(const Given& given, Streams& io) {
   return runRequests(given, io, true, [&](const std::string& text) { return columnsCommand(text, given.peer); });
@@ -155,25 +173,42 @@ const Subcommand kSubcommands[] = {
      "  lytreq parse --peer 2 '-f src 10.0.0.1 -k src -v conn acc=new'\n"
      "  lytreq parse 'vl link7 -t application'\n"
      "  lytreq parse --json --file requests.txt",
-     true, kJsonHelp, PeerOption{"Write for peer N (1-3); 1 and 2: legacy syntax", 1, 3, TAV_VERSION_CURRENT, false},
+     true, kJsonHelp,
+     PeerOption{"Check the request for peer N (1-3) and write it for that peer; 1 and 2: legacy syntax", 1, 3,
+                TAV_VERSION_CURRENT, false, false},
      false, false, false, nullptr, runParse},
     {"check", "Check a network request for a peer, and find the oldest peer that accepts it",
      "Prints \"valid\" or \"invalid: MESSAGE\", then the oldest peer that accepts the request\n"
-     "(\"minimal peer: N\"; \"none\" when no peer does). Only network requests can be checked;\n"
-     "in batch input, a request that cannot be checked gives \"error: MESSAGE\".\n"
+     "(\"minimal peer: N\"; \"none\" when no peer does); what the text for the peer loses is\n"
+     "warned about. --peer all prints \"peer N: valid\" or \"peer N: invalid: MESSAGE\" for peers\n"
+     "1 to 3 (rejected when none accepts it). Only network requests can be checked; in batch\n"
+     "input, a request that cannot be checked gives \"error: MESSAGE\".\n"
      "\n"
      "Examples:\n"
      "  lytreq check '-k src -v wb'\n"
      "  lytreq check --peer 1 '-k src -v wb -v pkt'\n"
+     "  lytreq check --peer all '-f interface eth0 -k src -v wb'\n"
      "  printf '%s\\n' '-k src -v wb' '-k url -v wb' | lytreq check --json",
-     true, kJsonHelp, PeerOption{"Peer version (0-3)", 0, 3, TAV_VERSION_CURRENT, true}, false, false, false, nullptr,
-     runCheck},
+     true, kJsonHelp, PeerOption{"Peer version (0-3), or all: peers 1 to 3", 0, 3, TAV_VERSION_CURRENT, true, true},
+     false, false, false, nullptr, runCheck},
+    {"explain", "Show a request as a tree with every default, its columns, and what each peer makes of it",
+     "Prints the request as read, one item per line, each level two blanks further in: the\n"
+     "filter with its operators, each key and value column with its accumulation mode, its\n"
+     "options and its query-interface column, and the sort with its index and updates; then\n"
+     "\"peer N: valid\" or \"peer N: invalid: MESSAGE\" for peers 1 to 3, with what the text for\n"
+     "each peer that accepts the request loses. In batch input an empty line sets the\n"
+     "requests apart.\n"
+     "\n"
+     "Examples:\n"
+     "  lytreq explain '-f interface eth0 -k src -v wb'\n"
+     "  lytreq explain --json 'vl link7'",
+     true, kJsonHelp, std::nullopt, false, true, false, nullptr, runExplain},
     {"convert", "Convert a legacy command line to the current syntax",
      "Examples:\n"
      "  lytreq convert '-g topsrc -y b'\n"
      "  lytreq convert '-filter [ and [[src 1 [10.0.0.1 ]]]] -a a -y c -g topdst'",
-     true, kJsonHelp, PeerOption{"Legacy peer version (1 or 2)", 1, 2, TAV_VERSION_LEGACY_2, true}, false, false,
-     true, nullptr, runConvert},
+     true, kJsonHelp, PeerOption{"Legacy peer version (1 or 2)", 1, 2, TAV_VERSION_LEGACY_2, true, false}, false,
+     false, true, nullptr, runConvert},
     {"columns", "List the query-interface columns of a network request",
      "Prints, per column in request order: catalogue number, catalogue name, role (key or\n"
      "value) and value type. Peer 3 maps every column; peers 1 and 2 only the first key and\n"
@@ -182,8 +217,8 @@ const Subcommand kSubcommands[] = {
      "Examples:\n"
      "  lytreq columns '-k src -k svc -v wb -v pkt'\n"
      "  lytreq columns --peer 2 '-k src -v conn acc=new'",
-     true, kJsonHelp, PeerOption{"Peer version (1-3)", 1, 3, TAV_VERSION_CURRENT, true}, false, true, false, nullptr,
-     runColumns},
+     true, kJsonHelp, PeerOption{"Peer version (1-3)", 1, 3, TAV_VERSION_CURRENT, true, false}, false, true, false,
+     nullptr, runColumns},
     {"names", "List the module names a request refers to, one per line",
      "In batch input an empty line sets the requests apart.\n"
      "\n"
@@ -232,14 +267,25 @@ CLI::App* addSubcommand(CLI::App& app, const Subcommand& row, Given& given) {
     command->add_option("REQUEST", given.source.words, kRequestHelp);
     command->add_option("--file", given.file, kFileHelp)->type_name("FILE");
     command->add_flag("-n,--line-number", given.lineNumbers, kLineNumberHelp);
+    command->add_flag("--strict", given.strict, kStrictHelp);
+    command->add_flag("--no-warnings", given.noWarnings, kNoWarningsHelp);
   }
   if (row.jsonHelp != nullptr) command->add_flag("--json", given.json, row.jsonHelp);
   if (row.argument != nullptr) command->add_option(row.argument, given.shell, kShellHelp)->required();
   if (row.peer) {
     given.peer = row.peer->fallback;
-    CLI::Option* peer =
-        command->add_option("--peer", given.peer, row.peer->help)->check(CLI::Range(row.peer->low, row.peer->high));
-    peer->type_name("N");
+    given.peerText = std::to_string(row.peer->fallback);
+    // A number in the range, or "all" where the subcommand takes it; the
+    // range's own message for anything else.
+    const CLI::Range range(row.peer->low, row.peer->high);
+    const bool all = row.peer->all;
+    CLI::Option* peer = command->add_option("--peer", given.peerText, row.peer->help)
+                            ->check(CLI::Validator(
+                                [range, all](std::string& value) {
+                                  return all && value == kAllPeers ? std::string() : range(value);
+                                },
+                                ""));
+    peer->type_name(all ? "N|all" : "N");
     if (row.peer->showDefault) peer->capture_default_str();
   }
   if (row.takesMap) {
@@ -262,6 +308,7 @@ void describe(CLI::App& app) {
       "  lytreq demo\n"
       "  lytreq parse '-f src 10.0.0.1 -k svc -v wb acc=rate -s top'\n"
       "  lytreq check --peer 1 '-k src -v wb -v pkt'\n"
+      "  lytreq explain '-f src 10.0.0.1 -k svc -v wb'\n"
       "  lytreq convert '-g topsrc -y b'\n"
       "  lytreq <subcommand> --help");
 }
@@ -270,6 +317,8 @@ void describe(CLI::App& app) {
 int dispatch(const Subcommand& row, CLI::App* command, Given& given, Streams& io) {
   if (row.takesRequests && command->count("--file") > 0) given.source.file = given.file;
   given.peerGiven = row.peer && command->count("--peer") > 0;
+  given.allPeers = row.peer && given.peerText == kAllPeers;
+  if (row.peer && !given.allPeers) given.peer = std::stoi(given.peerText);
   try {
     return row.run(given, io);
   } catch (const UsageError& error) {
@@ -308,8 +357,8 @@ int checkWritten(int status, std::ostream& out, std::ostream& err) {
 std::vector<CommandShape> shapes() {
   std::vector<CommandShape> result;
   for (const Subcommand& row : kSubcommands) {
-    result.push_back(CommandShape{row.name, row.takesRequests, row.peer.has_value(), row.takesMap,
-                                  row.jsonHelp != nullptr, row.legacy, row.argument});
+    result.push_back(CommandShape{row.name, row.takesRequests, row.peer.has_value(), row.peer && row.peer->all,
+                                  row.takesMap, row.jsonHelp != nullptr, row.legacy, row.argument});
   }
   return result;
 }

@@ -1,12 +1,43 @@
 #include "commands.h"
 
+#include "explain.h"
+#include "lytFilterParser/diagnostics/Fidelity.h"
+#include "lytFilterParser/diagnostics/Lint.h"
+#include "lytFilterParser/diagnostics/Validation.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
 #include "words.h"
 
 namespace lytreq {
 
+bool Report::rejected() const {
+  if (fault || (valid && !*valid)) return true;
+  if (!peers || explanation) return false;
+  for (const PeerVerdict& verdict : *peers) {
+    if (verdict.valid) return false;
+  }
+  return true;
+}
+
+std::vector<Diagnostic> Report::diagnostics() const {
+  std::vector<Diagnostic> all = warnings;
+  if (peers && !explanation) {
+    for (const PeerVerdict& verdict : *peers) all.insert(all.end(), verdict.losses.begin(), verdict.losses.end());
+  }
+  return all;
+}
+
+void Report::dropDiagnostics() {
+  warnings.clear();
+  if (peers && !explanation) {
+    for (PeerVerdict& verdict : *peers) verdict.losses.clear();
+  }
+}
+
 namespace {
+
+// The fidelity code of a peer that has no text for the request at all.
+const char* const kPeerUnsupported = "peer-unsupported";
 
 Report start(const std::string& text) {
   Report report;
@@ -14,9 +45,10 @@ Report start(const std::string& text) {
   return report;
 }
 
-// Reads `text` into `reading`; false (and the fault in `report`) when the
-// library rejects it.
+// Reads `text` into `reading`, with the lint of the text in `report`; false
+// (and the fault in `report`) when the library rejects it.
 bool read(const std::string& text, Reading& reading, Report& report) {
+  report.warnings = lytFilterParser::lint(text);
   reading = readRequest(text);
   if (reading.fault) {
     report.fault = reading.fault;
@@ -30,26 +62,81 @@ NetworkKovaRequest* networkRequest(Reading& reading, Report& report, const char*
   if (request == nullptr) {
     report.fault = Fault{
         "this is a \"" + std::string(virtualLinkWord()) + "\" (end-to-end) request: only network requests " + what,
-        std::nullopt};
+        std::nullopt,
+        {}};
   }
   return request;
 }
 
-}  // namespace
-
-Report parseCommand(const std::string& text, std::optional<int> peer) {
-  Report report = start(text);
-  Reading reading;
-  if (!read(text, reading, report)) return report;
-  try {
-    report.request = peer ? reading.request->dump(TavVersion(*peer)) : reading.request->dump();
-  } catch (const std::string& message) {
-    report.fault = Fault{message, std::nullopt};
-  }
-  return report;
+void append(std::vector<Diagnostic>& to, const std::vector<Diagnostic>& more) {
+  to.insert(to.end(), more.begin(), more.end());
 }
 
-namespace {
+// The text for a peer, or the message the library threw writing it.
+struct Written {
+  std::string text;
+  std::optional<std::string> fault;
+};
+
+// What peer `peer` makes of `request`, read from `text`: a network request
+// is checked for the peer (isValid, on a copy, which it completes; a message
+// it throws refuses the request, without a place); any request is refused
+// by a peer that has no text for it. When the peer accepts the request, the
+// verdict has what the text for the peer loses, and `written` (if given)
+// that text. A message thrown while writing leaves the verdict as it is,
+// without losses, and goes to `written`.
+PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int peer, Written* written = nullptr) {
+  PeerVerdict verdict;
+  verdict.peer = peer;
+  const TavVersion version = static_cast<TavVersion>(peer);
+  std::optional<NetworkKovaRequest> checked;
+  if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
+    checked.emplace(*network);
+    try {
+      if (const auto refusal = lytFilterParser::validate(text, *checked, version)) {
+        verdict.message = refusal->message;
+        verdict.where = Span{refusal->start, refusal->length};
+        return verdict;
+      }
+    } catch (const std::string& message) {
+      verdict.message = message;
+      return verdict;
+    }
+  }
+  const LYTKovaRequest& sent = checked ? static_cast<const LYTKovaRequest&>(*checked) : request;
+  verdict.valid = true;
+  try {
+    for (Diagnostic& loss : lytFilterParser::fidelity(text, sent, version)) {
+      if (loss.code == kPeerUnsupported) {
+        verdict.valid = false;
+        verdict.message = loss.message;
+        verdict.where = Span{loss.start, loss.length};
+        verdict.losses.clear();
+        return verdict;
+      }
+      verdict.losses.push_back(std::move(loss));
+    }
+    if (written != nullptr) written->text = sent.dump(version);
+  } catch (const std::string& message) {
+    verdict.losses.clear();
+    if (written != nullptr) written->fault = message;
+  }
+  return verdict;
+}
+
+// The verdicts of peers 1 to 3.
+std::vector<PeerVerdict> judgeAll(const std::string& text, const LYTKovaRequest& request) {
+  std::vector<PeerVerdict> verdicts;
+  for (int peer = TAV_VERSION_LEGACY_1; peer <= TAV_VERSION_CURRENT; ++peer) verdicts.push_back(judge(text, request, peer));
+  return verdicts;
+}
+
+int firstValid(const std::vector<PeerVerdict>& verdicts) {
+  for (const PeerVerdict& verdict : verdicts) {
+    if (verdict.valid) return verdict.peer;
+  }
+  return TAV_VERSION_NONE;
+}
 
 // The oldest peer that accepts `request`: the library's answer, unless its
 // check throws on the way (for a type that an older peer's check cannot
@@ -73,6 +160,33 @@ int minimalPeer(const NetworkKovaRequest& request) {
 
 }  // namespace
 
+Report parseCommand(const std::string& text, std::optional<int> peer) {
+  Report report = start(text);
+  Reading reading;
+  if (!read(text, reading, report)) return report;
+  if (!peer) {
+    try {
+      report.request = reading.request->dump();
+    } catch (const std::string& message) {
+      report.fault = Fault{message, std::nullopt, {}};
+    }
+    return report;
+  }
+  Written written;
+  PeerVerdict verdict = judge(text, *reading.request, *peer, &written);
+  if (!verdict.valid) {
+    report.fault = Fault{verdict.message, verdict.where, {}};
+    return report;
+  }
+  if (written.fault) {
+    report.fault = Fault{*written.fault, std::nullopt, {}};
+    return report;
+  }
+  report.request = written.text;
+  append(report.warnings, verdict.losses);
+  return report;
+}
+
 Report checkCommand(const std::string& text, int peer) {
   Report report = start(text);
   report.verdict = true;
@@ -82,24 +196,41 @@ Report checkCommand(const std::string& text, int peer) {
   NetworkKovaRequest* request = networkRequest(reading, report, "can be checked");
   if (request == nullptr) return report;
 
-  // The check completes the request it looks at; each question gets a copy.
-  NetworkKovaRequest forPeer(*request);
-  std::string error;
-  bool valid = false;
-  try {
-    valid = forPeer.isValid(TavVersion(peer), error);
-  } catch (const std::string& message) {
-    error = message;
-  }
+  PeerVerdict verdict = judge(text, *request, peer);
   report.minimalPeer = minimalPeer(*request);
-  report.valid = valid;
-  if (!valid) report.message = error;
+  report.valid = verdict.valid;
+  report.message = verdict.message;
+  report.where = verdict.where;
+  append(report.warnings, verdict.losses);
+  return report;
+}
+
+Report checkAllCommand(const std::string& text) {
+  Report report = start(text);
+  report.verdict = true;
+  Reading reading;
+  if (!read(text, reading, report)) return report;
+  NetworkKovaRequest* request = networkRequest(reading, report, "can be checked");
+  if (request == nullptr) return report;
+  report.peers = judgeAll(text, *request);
+  report.minimalPeer = firstValid(*report.peers);
+  return report;
+}
+
+Report explainCommand(const std::string& text) {
+  Report report = start(text);
+  Reading reading;
+  if (!read(text, reading, report)) return report;
+  report.explanation = explainRequest(*reading.request);
+  report.peers = judgeAll(text, *reading.request);
+  report.minimalPeer = firstValid(*report.peers);
   return report;
 }
 
 Report convertCommand(const std::string& text, int peer) {
   Report report = start(text);
-  Conversion conversion = convertLegacy(text, TavVersion(peer));
+  LegacyConversion conversion = convertLegacy(text, TavVersion(peer));
+  report.warnings = std::move(conversion.diagnostics);
   if (conversion.fault) {
     report.fault = conversion.fault;
   } else {
@@ -108,30 +239,18 @@ Report convertCommand(const std::string& text, int peer) {
   return report;
 }
 
-Report columnsCommand(const std::string& text, int peer) {
-  Report report = start(text);
-  Reading reading;
-  if (!read(text, reading, report)) return report;
-  NetworkKovaRequest* request = networkRequest(reading, report, "have query-interface columns");
-  if (request == nullptr) return report;
-
-  std::vector<int> numbers;
-  try {
-    numbers = request->getKovaColumns(TavVersion(peer));
-  } catch (const std::string& message) {
-    report.fault = Fault{message, std::nullopt};
-    return report;
-  }
+std::vector<Column> queryColumns(const NetworkKovaRequest& request, int peer) {
+  const std::vector<int> numbers = request.getKovaColumns(TavVersion(peer));
 
   // Peer 3 maps every key, then every value; older peers ask for the entry
   // name of the first key and the counter of the first value only.
   std::vector<const TavColumn*> order;
   if (peer == TAV_VERSION_CURRENT) {
-    for (const TavColumn& key : request->getKeys()) order.push_back(&key);
-    for (const TavColumn& value : request->getValues()) order.push_back(&value);
+    for (const TavColumn& key : request.getKeys()) order.push_back(&key);
+    for (const TavColumn& value : request.getValues()) order.push_back(&value);
   } else {
-    order.push_back(request->getKeys().empty() ? nullptr : &request->getKeys()[0]);
-    order.push_back(request->getValues().empty() ? nullptr : &request->getValues()[0]);
+    order.push_back(request.getKeys().empty() ? nullptr : &request.getKeys()[0]);
+    order.push_back(request.getValues().empty() ? nullptr : &request.getValues()[0]);
   }
 
   std::vector<Column> columns;
@@ -147,7 +266,20 @@ Report columnsCommand(const std::string& text, int peer) {
     }
     columns.push_back(column);
   }
-  report.columns = columns;
+  return columns;
+}
+
+Report columnsCommand(const std::string& text, int peer) {
+  Report report = start(text);
+  Reading reading;
+  if (!read(text, reading, report)) return report;
+  NetworkKovaRequest* request = networkRequest(reading, report, "have query-interface columns");
+  if (request == nullptr) return report;
+  try {
+    report.columns = queryColumns(*request, peer);
+  } catch (const std::string& message) {
+    report.fault = Fault{message, std::nullopt, {}};
+  }
   return report;
 }
 
@@ -169,19 +301,19 @@ Report resolveCommand(const std::string& text, const NameMap& map) {
   for (const std::string& name : names) {
     const auto found = map.find(name);
     if (found == map.end()) {
-      report.fault = Fault{"no resolved name in the map for: " + name, findToken(text, name)};
+      report.fault = Fault{"no resolved name in the map for: " + name, findToken(text, name), {}};
       return report;
     }
     resolved.push_back(found->second);
   }
   try {
     if (!reading.request->setModuleNames(names, resolved)) {
-      report.fault = Fault{"the request did not take the resolved names", std::nullopt};
+      report.fault = Fault{"the request did not take the resolved names", std::nullopt, {}};
       return report;
     }
     report.request = reading.request->dump();
   } catch (const std::string& message) {
-    report.fault = Fault{message, std::nullopt};
+    report.fault = Fault{message, std::nullopt, {}};
   }
   return report;
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "json.h"
+#include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "reading.h"
 
 namespace lytreq {
@@ -18,6 +20,16 @@ struct Column {
   std::string name;  // catalogue name
   std::string role;  // "key" or "value"; empty when the column stands for no column of the request
   std::string type;  // value-type keyword; empty as for role
+};
+
+// What one peer makes of a request: its verdict and, when it accepts the
+// request, what the text written for it loses (fidelity).
+struct PeerVerdict {
+  int peer = 3;
+  bool valid = false;
+  std::string message;         // why the peer refuses the request
+  std::optional<Span> where;   // the item that made it refuse, bytes of the request
+  std::vector<Diagnostic> losses;
 };
 
 // What a subcommand found out about one request. Only the fields the
@@ -33,23 +45,50 @@ struct Report {
   int peer = 3;
   std::string message;        // why the check refused the request
   int minimalPeer = 4;        // 1..3, 4 when no peer accepts the request
+  std::optional<Span> where;  // the item that made the check refuse
+
+  std::optional<std::vector<PeerVerdict>> peers;  // check --peer all, explain: peers 1 to 3
+  std::optional<Json> explanation;                // explain: the request as a tree (explain.h)
 
   std::optional<std::vector<Column>> columns;   // columns
   std::optional<std::vector<std::string>> names;  // names
 
   std::optional<Fault> fault;  // the request could not be read or processed
 
-  // A request the library refused: unreadable, or not valid for the peer.
-  bool rejected() const { return fault.has_value() || (valid.has_value() && !*valid); }
+  // What the library noticed beyond accepting or refusing: lint of the
+  // request, what a conversion skipped, what the text for --peer loses.
+  // Places in bytes of `input`.
+  std::vector<Diagnostic> warnings;
+
+  // A request the library refused: unreadable, not valid for the peer, or
+  // (check --peer all) valid for none.
+  bool rejected() const;
+  // The diagnostics shown as warnings and notes, in order: `warnings`, then
+  // each peer's losses for check --peer all (explain shows them as its result).
+  std::vector<Diagnostic> diagnostics() const;
+  // Drops every diagnostic diagnostics() would give.
+  void dropDiagnostics();
 };
+
+// The query-interface columns of `request` for `peer`, in the order
+// getKovaColumns gives them. Throws the library's message when the columns
+// cannot be mapped.
+std::vector<Column> queryColumns(const NetworkKovaRequest& request, int peer);
 
 // Resolved names by module name, read from a map file.
 typedef std::map<std::string, std::string> NameMap;
 
-// The request as the library writes it: dump(), or dump(peer) with a peer.
+// The request as the library writes it: dump(), or, with a peer, the
+// request checked for it (which completes it) and dump(peer), with what
+// that text loses; a peer that cannot serve the request refuses it.
 Report parseCommand(const std::string& text, std::optional<int> peer);
-// Validation for `peer` and the oldest peer that accepts the request.
+// Validation for `peer` and the oldest peer that accepts the request, with
+// what the text for the peer loses.
 Report checkCommand(const std::string& text, int peer);
+// Validation for every peer, 1 to 3.
+Report checkAllCommand(const std::string& text);
+// The request as a tree with every default, its columns and every peer's verdict.
+Report explainCommand(const std::string& text);
 // A legacy command line for `peer` (1 or 2) in the current syntax.
 Report convertCommand(const std::string& text, int peer);
 // The query-interface columns for `peer` (1 to 3).

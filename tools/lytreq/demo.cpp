@@ -125,6 +125,7 @@ void runDemo(bool json, std::ostream& out) {
       const Report report = step.run(step.request);
       writeText(report, out);
       writeFault(report, out);
+      writeDiagnostics(report, out);
     }
   }
   writeKeywordsStep(out);

@@ -5,23 +5,80 @@
 
 #include "caret.h"
 #include "echo.h"
+#include "explain.h"
 
 namespace lytreq {
+
+namespace {
+
+void placeJson(Json& object, const std::optional<Span>& where) {
+  if (!where) return;
+  object["errorStart"] = where->start;
+  object["errorLength"] = where->length;
+}
+
+Json diagnosticsJson(const std::vector<Diagnostic>& diagnostics) {
+  Json list = Json::array();
+  for (const Diagnostic& diagnostic : diagnostics) {
+    Json item;
+    item["code"] = diagnostic.code;
+    item["severity"] = std::string(lytFilterParser::severityName(diagnostic.severity));
+    item["message"] = diagnostic.message;
+    item["start"] = diagnostic.start;
+    item["length"] = diagnostic.length;
+    list.push_back(item);
+  }
+  return list;
+}
+
+Json minimalPeerJson(int peer) { return peer >= 1 && peer <= 3 ? Json(peer) : Json(nullptr); }
+
+Json peersJson(const std::vector<PeerVerdict>& verdicts) {
+  Json list = Json::array();
+  for (const PeerVerdict& verdict : verdicts) {
+    Json item;
+    item["peer"] = verdict.peer;
+    item["valid"] = verdict.valid;
+    if (!verdict.valid) item["message"] = verdict.message;
+    placeJson(item, verdict.where);
+    item["warnings"] = diagnosticsJson(verdict.losses);
+    list.push_back(item);
+  }
+  return list;
+}
+
+// The prefix of a message about the report: "line N: " in batch input.
+std::string prefix(const Report& report) {
+  return report.line > 0 ? "line " + std::to_string(report.line) + ": " : std::string("lytreq: ");
+}
+
+// The request with the marker under `where`.
+void writeEcho(const Report& report, Span where, std::ostream& err) {
+  const Echo echo = echoRequest(report.input, where);
+  err << "  " << echo.line << '\n';
+  err << "  " << echo.marker << '\n';
+}
+
+}  // namespace
 
 Json reportJson(const Report& report) {
   Json object;
   object["input"] = report.input;
   if (report.line > 0) object["line"] = report.line;
   if (report.request) object["request"] = *report.request;
+  if (report.explanation) object.update(*report.explanation);
   if (report.valid) {
     object["peer"] = report.peer;
     object["valid"] = *report.valid;
-    if (!*report.valid) object["message"] = report.message;
-    if (report.minimalPeer >= 1 && report.minimalPeer <= 3) {
-      object["minimalPeer"] = report.minimalPeer;
-    } else {
-      object["minimalPeer"] = nullptr;
+    if (!*report.valid) {
+      object["message"] = report.message;
+      placeJson(object, report.where);
     }
+    object["minimalPeer"] = minimalPeerJson(report.minimalPeer);
+  }
+  if (report.peers) {
+    object["peers"] = peersJson(*report.peers);
+    object["minimalPeer"] = minimalPeerJson(report.minimalPeer);
   }
   if (report.columns) {
     Json columns = Json::array();
@@ -38,12 +95,10 @@ Json reportJson(const Report& report) {
   if (report.names) object["names"] = *report.names;
   if (report.fault) {
     object["error"] = report.fault->message;
-    if (report.fault->where) {
-      const Span span = *report.fault->where;
-      object["errorStart"] = characterCount(report.input, 0, span.start);
-      object["errorLength"] = characterCount(report.input, span.start, span.start + span.length);
-    }
+    placeJson(object, report.fault->where);
+    object["suggestions"] = report.fault->suggestions;
   }
+  object["warnings"] = diagnosticsJson(report.diagnostics());
   return object;
 }
 
@@ -56,6 +111,15 @@ void writeText(const Report& report, std::ostream& out) {
     return;
   }
   if (report.request) out << *report.request << '\n';
+  if (report.explanation) {
+    writeExplanation(report, out);
+    return;
+  }
+  if (report.peers) {
+    for (const PeerVerdict& verdict : *report.peers) {
+      out << "peer " << verdict.peer << ": " << (verdict.valid ? "valid" : "invalid: " + verdict.message) << '\n';
+    }
+  }
   if (report.valid) {
     if (*report.valid) {
       out << "valid";
@@ -88,16 +152,21 @@ void writeText(const Report& report, std::ostream& out) {
 
 void writeFault(const Report& report, std::ostream& err) {
   if (!report.fault) return;
-  if (report.line > 0) {
-    err << "line " << report.line << ": ";
-  } else {
-    err << "lytreq: ";
-  }
-  err << report.fault->message << '\n';
-  if (report.fault->where) {
-    const Echo echo = echoRequest(report.input, *report.fault->where);
-    err << "  " << echo.line << '\n';
-    err << "  " << echo.marker << '\n';
+  err << prefix(report) << report.fault->message << '\n';
+  if (report.fault->where) writeEcho(report, *report.fault->where, err);
+  const std::vector<std::string>& suggestions = report.fault->suggestions;
+  if (suggestions.empty()) return;
+  // Worded as for a mistyped option of lytreq.
+  err << "Did you mean: ";
+  for (std::size_t i = 0; i < suggestions.size(); ++i) err << (i > 0 ? ", " : "") << suggestions[i];
+  err << '\n';
+}
+
+void writeDiagnostics(const Report& report, std::ostream& err) {
+  for (const Diagnostic& diagnostic : report.diagnostics()) {
+    err << prefix(report) << lytFilterParser::severityName(diagnostic.severity) << ": " << diagnostic.message << " ["
+        << diagnostic.code << "]\n";
+    writeEcho(report, Span{diagnostic.start, diagnostic.length}, err);
   }
 }
 
@@ -121,6 +190,7 @@ void writeReport(const Report& report, bool json, bool lineNumbers, std::ostream
       writeText(report, out);
     }
     writeFault(report, err);
+    writeDiagnostics(report, err);
   }
   out.flush();
   err.flush();

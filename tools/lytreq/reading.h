@@ -1,22 +1,28 @@
-// Reading request text through the library's entry points, and finding the
-// place in the text where the library stopped when it rejects a request.
+// Reading request text through the library's entry points; when the library
+// refuses a text, its message, place and suggestions come from the library's
+// diagnostics (readRefusal, convertWithDiagnostics).
 #ifndef LYTREQ_READING_H
 #define LYTREQ_READING_H
 
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "caret.h"
+#include "lytFilterParser/diagnostics/Diagnostic.h"
 #include "lytFilterParser/request/LYTKovaRequest.h"
 
 namespace lytreq {
 
-// A message of the library (or of the tool), and where in the request text
-// it applies when that is known.
+using lytFilterParser::Diagnostic;
+
+// A message of the library (or of the tool), where in the request text it
+// applies when that is known, and the words the refused word may have meant.
 struct Fault {
   std::string message;
   std::optional<Span> where;
+  std::vector<std::string> suggestions;
 };
 
 // True when the text holds no token at all.
@@ -28,26 +34,17 @@ struct Reading {
 };
 
 // Reads a current-syntax request, or a "vl" request, with
-// LYTKovaRequest::getLYTKovaRequest.
+// LYTKovaRequest::getLYTKovaRequest; a refusal is placed by readRefusal.
 Reading readRequest(const std::string& text);
 
-struct Conversion {
+struct LegacyConversion {
   std::string request;  // the current syntax, when `fault` is not set
   std::optional<Fault> fault;
+  std::vector<Diagnostic> diagnostics;  // what the translation skipped, in bytes of the line
 };
 
-// Converts a legacy command line for peer `peer` with LYTKovaRequest::convert.
-Conversion convertLegacy(const std::string& text, TavVersion peer);
-
-// Where reading stopped when the library rejected `text` with `message`:
-// the parse is run again with a cursor the tool holds. Empty when the parse
-// gives another message (the fault did not come from reading).
-std::optional<Span> locateReadFault(const std::string& text, const std::string& message);
-
-// The same for a legacy command line. The legacy reader keeps its cursor to
-// itself: the place is found from the message (the token it names, or the
-// argument of the "-y" or "-g" option it refuses), else the end of the text.
-Span locateLegacyFault(const std::string& text, const std::string& message);
+// Converts a legacy command line for peer `peer` with convertWithDiagnostics.
+LegacyConversion convertLegacy(const std::string& text, TavVersion peer);
 
 // The first token of `text` equal to `token`, if there is one.
 std::optional<Span> findToken(const std::string& text, const std::string& token);

@@ -16,7 +16,7 @@ import sys
 import tempfile
 
 MARK = "\u23ce"  # ⏎
-ROFF = (("\\-", "-"), ("\\(aq", "'"), ("\\e", "\\"), ("\\&", ""), ("\\[u23CE]", MARK))
+ROFF = (("\\-", "-"), ("\\(aq", "'"), ("\\(ga", "`"), ("\\e", "\\"), ("\\&", ""), ("\\[u23CE]", MARK))
 
 
 def man_page_lines(lines):

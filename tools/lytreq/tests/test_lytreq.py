@@ -45,6 +45,14 @@ def caret(text, start, length):
     return "  %s\n  %s^%s\n" % (text, " " * start, "~" * max(length - 1, 0))
 
 
+def report(**fields):
+    """A JSON report: every one carries its warnings, every error its suggestions."""
+    fields.setdefault("warnings", [])
+    if "error" in fields:
+        fields.setdefault("suggestions", [])
+    return fields
+
+
 def usage(message, command="", hints=""):
     return "lytreq: %s\n%sTry 'lytreq %s--help' for more information.\n" % (message, hints, command + " " if command else "")
 
@@ -54,43 +62,53 @@ def usage(message, command="", hints=""):
 
 # --- parse: request words, peers, and where reading stopped -----------------
 WB = " -k src acc=replace -v wb acc=rate \n"
-expect("parse.peer-equals", ["parse", "--peer=3", "-k src -v wb"], WB)
-expect("parse.vl-peer1", ["parse", "--peer", "1", "vl link7"], "\n")
+# Writing for a peer checks the request first, which completes it.
+expect("parse.peer-equals", ["parse", "--peer=3", "-k src -v wb"], " -k src acc=replace -v wb acc=rate -s top \n")
+expect("parse.vl-peer1", ["parse", "--peer", "1", "vl link7"], "",
+       "lytreq: peer 1 has no text for this request: it is written as an empty line\n" + caret("vl link7", 0, 8), 1)
 expect("parse.separator", ["parse", "--", "-k", "src", "-v", "wb"], WB)
 expect("parse.words-then-option", ["parse", "-k", "src", "-v", "wb", "--peer", "1"],
        "-filter [ and []] -a a -y b -g topsrc \n")
 expect("parse.json", ["parse", "vl", "link7", "-t", "app", "--json"],
-       [{"input": "vl link7 -t app", "request": "vl link7 -t application"}])
+       [report(input="vl link7 -t app", request="vl link7 -t application")])
 check("parse.json.input-first", run(["parse", "--json", "vl x"])[1].startswith('{"input":'))
 expect("parse.write-fault", ["parse", "-k telNumber -v wb"], "", "lytreq: Not a valid argument for type\n", 1)
 expect("parse.empty", ["parse", "   "], "", "lytreq: empty request\n", 1)
 
 FAULTS = [
-    # (request, message, start, length): the marked token, or a single ^ past the end
-    ("-k svc -v wb -s top foo", "Invalid option: foo", 20, 3),
-    ("-f and [ -f src 1 ]]", "Invalid option: ]", 19, 1),
-    # The "]" the filter wrapping inserted has no place: the next token of the text is marked.
-    ("-f src 10.0.0.1 ] -k svc", "Invalid option: ]", 18, 2),
-    ("-k  svc   -v wb   -q", "Invalid option: -q", 18, 2),
+    # (request, message, start, length, suggestions): the marked token, or a single ^ past the end
+    ("-k svc -v wb -s top foo", "Invalid option: foo", 20, 3, []),
+    ("-f and [ -f src 1 ]]", "Invalid option: ]", 19, 1, []),
+    # The "]" the filter wrapping inserted stands where the next word starts.
+    ("-f src 10.0.0.1 ] -k svc", "Invalid option: ]", 18, 0, []),
+    ("-k  svc   -v wb   -Q", "Invalid option: -Q", 18, 2, ["-f", "-k", "-v"]),
 ]
-for text, message, start, length in FAULTS:
-    expect("caret " + text, ["parse", text], "", "lytreq: %s\n%s" % (message, caret(text, start, length)), 1)
+for text, message, start, length, words in FAULTS:
+    hint = "Did you mean: %s\n" % ", ".join(words) if words else ""
+    expect("caret " + text, ["parse", text], "", "lytreq: %s\n%s%s" % (message, caret(text, start, length), hint), 1)
     expect("caret.json " + text, ["parse", "--json", text],
-           [{"input": text, "error": message, "errorStart": start, "errorLength": length}], status=1)
-# Offsets count characters, and the marker lines up under them; a tab stays a tab.
-expect("caret.utf8", ["parse", "--json", "-f src café -k é -v wb"],
-       [{"input": "-f src café -k é -v wb", "error": "Invalid type: é", "errorStart": 15, "errorLength": 1}], status=1)
+           [report(input=text, error=message, errorStart=start, errorLength=length, suggestions=words)], status=1)
+# Offsets in JSON count bytes, the marker lines up under characters.
+expect("caret.utf8", ["parse", "--json", "-f src café -k Src -v wb"],
+       [report(input="-f src café -k Src -v wb", error="Invalid type: Src", errorStart=16, errorLength=3,
+               suggestions=["src"])], status=1)
 expect("caret.utf8.text", ["parse", "-f src café -k é"], "",
        "lytreq: Invalid type: é\n" + caret("-f src café -k é", 15, 1), 1)
 # What does not show is escaped in the echo, and the marker counts columns.
+NBSP = "-k svc\u00a0 -v wb"
+expect("echo.no-break-space", ["parse", NBSP], "",
+       "lytreq: Invalid type: svc\u00a0\n  -k svc\\u{00A0} -v wb\n     ^~~~~~~~~~~\nDid you mean: svc\n"
+       "lytreq: warning: U+00A0 (no-break space) inside `svc\u00a0`: it is part of the word; only a blank separates"
+       " words [invisible-character]\n  -k svc\\u{00A0} -v wb\n        ^~~~~~~~\n", 1)
 for name, text, message, echo, marker in [
         ("tab", "-k\tsvc -v wb -x", "Invalid option: -k\tsvc", "-k\\tsvc -v wb -x", "^~~~~~~"),
-        ("no-break-space", "-k svc\u00a0 -v wb", "Invalid type: svc\u00a0", "-k svc\\u{00A0} -v wb", "   ^~~~~~~~~~~"),
         ("zero-width", "-k \u200bsvc -v wb", "Invalid type: \u200bsvc", "-k \\u{200B}svc -v wb", "   ^~~~~~~~~~~"),
         ("wide", "-f src 日本 -k é -v wb", "Invalid type: é", "-f src 日本 -k é -v wb", "               ^"),
-        ("long", "-k src -v wb " + "x" * 100 + " -q " + "y" * 200, "Invalid option: -q",
-         "…" + "x" * 18 + " -q " + "y" * 54 + "…", " " * 20 + "^~")]:
-    expect("echo." + name, ["parse", text], "", "lytreq: %s\n  %s\n  %s\n" % (message, echo, marker), 1)
+        ("long", "-k src -v wb " + "x" * 100 + " -Q " + "y" * 200, "Invalid option: -Q",
+         "…" + "x" * 18 + " -Q " + "y" * 54 + "…", " " * 20 + "^~")]:
+    hint = "Did you mean: svc\n" if name == "zero-width" else "Did you mean: -f, -k, -v\n" if name == "long" else ""
+    expect("echo." + name, ["parse", "--no-warnings", text], "",
+           "lytreq: %s\n  %s\n  %s\n%s" % (message, echo, marker, hint), 1)
 code, out, err = run(["parse"], stdin="-k src -v " + "w" * 1000000 + "\n")
 check("echo.megabyte", code == 1 and len(err) < 1001000, len(err))
 
@@ -99,21 +117,28 @@ expect("check.current-only", ["check", "-k telNumber -v wb"], "valid; minimal pe
 expect("check.peer0", ["check", "--peer", "0", "-k src -v wb"],
        "invalid: This version is not supported; minimal peer: 1\n", "", 1)
 expect("check.json", ["check", "--json", "--peer", "2", "-k url -v wb"],
-       [{"input": "-k url -v wb", "peer": 2, "valid": False,
-         "message": "Can't use wdAttack or url with none session value: wb", "minimalPeer": None}], status=1)
+       [report(input="-k url -v wb", peer=2, valid=False, message="Can't use wdAttack or url with none session value: wb",
+               errorStart=10, errorLength=2, minimalPeer=None)], status=1)
 expect("convert.peer1", ["convert", "--peer", "1", "-y C -g topip"],
        " -k ip acc=replace -v conn acc=concurrent -s top \n")
 for name, text, message, start, length in [
         # The reader takes a value by its first letter and refuses the letters it only writes.
         ("value-by-first-letter", "-y bogus -y z", "Invalid value type", 12, 1),
         ("written-only-value", "-g topsrc -y l", "Invalid value type", 13, 1),
-        ("key-longer-than-word", "-y b -g topsrcx", "Invalid key type", 8, 7),
         ("key-at-end", "-y b -g", "Invalid key type", 7, 0),
-        ("passed-through", "-g src 10.0.0.1 -x", "Invalid option: -x", 16, 2),
         ("open-filter", "src 0 [ a b", "Invalid filter", 11, 0)]:
     expect("convert." + name, ["convert", text], "", "lytreq: %s\n%s" % (message, caret(text, start, length)), 1)
+for name, text, message, start, length, hint in [
+        ("key-longer-than-word", "-y b -g topsrcx", "Invalid key type", 8, 7, "topsrc"),
+        ("passed-through", "-g src 10.0.0.1 -x", "Invalid option: -x", 16, 2, "-f, -k, -v")]:
+    expect("convert." + name, ["convert", text], "",
+           "lytreq: %s\n%sDid you mean: %s\n" % (message, caret(text, start, length), hint), 1)
 expect("convert.json", ["convert", "--json", "-y b -g fw"],
-       [{"input": "-y b -g fw", "error": "Invalid key type", "errorStart": 8, "errorLength": 2}], status=1)
+       [report(input="-y b -g fw", error="Invalid key type", errorStart=8, errorLength=2)], status=1)
+# What the translation skips is warned about under the legacy line.
+expect("convert.skipped", ["convert", "garbage words here"], " -v wb acc=rate \n",
+       "lytreq: warning: `garbage words here` are no legacy syntax and the conversion skips them [word-skipped]\n"
+       + caret("garbage words here", 0, 18))
 expect("convert.bad-peer", ["convert", "--peer", "3", "-g topsrc"], "",
        usage("--peer: Value 3 not in range 1 to 2", "convert"), 2)
 expect("columns.peer1-no-value", ["columns", "--peer", "1", "-k src"], " 2  EntryName             key    src\n")
@@ -122,11 +147,67 @@ expect("columns.unmappable", ["columns", "-k src -k svc -k dst -k ip -k url -k u
 expect("columns.vl", ["columns", "vl link7"], "",
        "lytreq: this is a \"vl\" (end-to-end) request: only network requests have query-interface columns\n", 1)
 expect("columns.json", ["columns", "--json", "--peer", "1", "-k src -v pkt"],
-       [{"input": "-k src -v pkt", "columns": [
+       [report(input="-k src -v pkt", columns=[
            {"number": 2, "name": "EntryName", "role": "key", "type": "src"},
-           {"number": 5, "name": "bandwithPackets", "role": "value", "type": "pkt"}]}])
+           {"number": 5, "name": "bandwithPackets", "role": "value", "type": "pkt"}])])
 NAMES = "-f src gw1 gw2 -f svc http -k dst web1 web2 -v wb"
-expect("names.json", ["names", "--json", NAMES], [{"input": NAMES, "names": ["gw1", "gw2", "web1", "web2"]}])
+expect("names.json", ["names", "--json", NAMES], [report(input=NAMES, names=["gw1", "gw2", "web1", "web2"])])
+
+# --- warnings, peers and explain --------------------------------------------
+IGNORED = "-f src a -f or -k svc -v wb"
+IGNORED_OUT = "-f and [ -f src  a     ] -k svc acc=replace -v wb acc=rate \n"
+IGNORED_WARNING = "warning: `or` has no filter in it and is ignored [operator-ignored]\n" + caret(IGNORED, 9, 5)
+expect("warning.text", ["parse", IGNORED], IGNORED_OUT, "lytreq: " + IGNORED_WARNING)
+expect("warning.strict", ["parse", "--strict", IGNORED], IGNORED_OUT, "lytreq: " + IGNORED_WARNING, 1)
+expect("warning.hidden", ["check", "--strict", "--no-warnings", IGNORED], "valid; minimal peer: 1\n")
+expect("warning.batch", ["parse", "-n"], "1:" + WB + "2:" + IGNORED_OUT, "line 2: " + IGNORED_WARNING,
+       stdin="-k src -v wb\n" + IGNORED + "\n")
+# Places in JSON are bytes of the input.
+expect("warning.json", ["names", "--json", "-f src café -f or"], [report(
+    input="-f src café -f or", names=["café"], warnings=[{"code": "operator-ignored", "severity": "warning",
+                                                        "message": "`or` has no filter in it and is ignored",
+                                                        "start": 13, "length": 5}])])
+# For a peer, parse checks the request and warns about what its text loses.
+TWO_VALUES = "-k src -v wb -v pkt"
+expect("parse.peer-refused", ["parse", "--peer", "1", TWO_VALUES], "",
+       "lytreq: Support only one value column\n" + caret(TWO_VALUES, 13, 6), 1)
+IFACE = "-f interface eth0 -k src -v wb"
+LOSS = "warning: `eth0` reads back as `eth0,out` for peer %d [item-changed]\n" + caret(IFACE, 13, 4)
+expect("parse.peer-losses", ["parse", "--peer", "1", IFACE],
+       "-filter [ and [[interface 0 [[eth0 out]]]]] -a a -y b -g topsrc \n", "lytreq: " + LOSS % 1)
+expect("check.all", ["check", "--peer", "all", IFACE], "peer 1: valid\npeer 2: valid\npeer 3: valid\n",
+       "lytreq: " + LOSS % 1 + "lytreq: " + LOSS % 2)
+refused = {"valid": False, "message": "Support only one value column", "errorStart": 13, "errorLength": 6,
+           "warnings": []}
+expect("check.all.json", ["check", "--peer=all", "--json", TWO_VALUES], [report(input=TWO_VALUES, peers=[
+    dict(refused, peer=1), dict(refused, peer=2), {"peer": 3, "valid": True, "warnings": []}], minimalPeer=3)])
+expect("check.all.none", ["check", "--peer", "all", "-k src"], "".join(
+    "peer %d: invalid: At least one value is required\n" % peer for peer in (1, 2, 3)), "", 1)
+EXPLAINED = "-f and [ -f interface eth0 -f src not a b ] -k dst web1<>10.1.0.1 -v pkt dir=in -s bottom"
+OPTIONS = " dir=both enc=both comp=both cprint=both url_mod=full"
+expect("explain.network", ["explain", EXPLAINED],
+       "network request\n  filter: and\n    interface eth0 (both)\n    src not a b\n"
+       "  key: dst acc=replace" + OPTIONS + "\n    names: web1<>10.1.0.1\n    query column: 23 STR_1\n"
+       "  value: pkt acc=rate" + OPTIONS.replace("=both", "=in", 1) + "\n    query column: 17 VAL64_1\n"
+       "  sort: bottom index=1 updates=50\n" + "".join(
+           "peer %d: valid\n  warning: `eth0` reads back as `eth0,out` for peer %d [item-changed]\n"
+           "  warning: `dir=in` reads back as `dir=both` for peer %d [option-changed]\n"
+           "  warning: `-s bottom` reads back as no sort for peer %d [sort-changed]\n" % ((peer,) * 4)
+           for peer in (1, 2)) + "peer 3: valid\n")
+code, out, err = run(["explain", "--json", "-f or [ -f svc http -f and [ -f dst x ] ] -k svc -v conn"])
+tree = json.loads(out) if code == 0 else {}
+check("explain.network.json", (tree.get("filter"), tree.get("values", [{}])[0].get("column"), tree.get("sort")) == (
+    [{"depth": 0, "operator": "or"}, {"depth": 1, "type": "svc", "negated": False, "names": ["http"]},
+     {"depth": 1, "operator": "and"}, {"depth": 2, "type": "dst", "negated": False, "names": ["x"]}],
+    {"number": 17, "name": "VAL64_1"}, {"type": "none", "index": 1, "updates": 50}), out)
+NO_TEXT = "peer %d has no text for this request: it is written as an empty line"
+expect("explain.vl", ["explain", "vl link7"], "vl request\n  name: link7\n  data type: wire\n"
+       + "".join("peer %d: invalid: %s\n" % (peer, NO_TEXT % peer) for peer in (1, 2)) + "peer 3: valid\n")
+expect("explain.vl.json", ["explain", "--json", "vl link7 -t app"], [report(
+    input="vl link7 -t app", kind="vl", name="link7", dataType="application", minimalPeer=3, peers=[
+        {"peer": 1, "valid": False, "message": NO_TEXT % 1, "errorStart": 0, "errorLength": 15, "warnings": []},
+        {"peer": 2, "valid": False, "message": NO_TEXT % 2, "errorStart": 0, "errorLength": 15, "warnings": []},
+        {"peer": 3, "valid": True, "warnings": []}])])
 
 with tempfile.TemporaryDirectory() as work:
     def write(name, text):
@@ -159,15 +240,16 @@ with tempfile.TemporaryDirectory() as work:
 
     # --- batch input: comments, blank lines, CR, a bad line in the middle ---
     batch = "-k src -v wb\n\n# a comment\n  # an indented comment\n-k src -v wb -x\r\n-k svc -v pkt\n"
-    bad_line = "line 5: Invalid option: -x\n" + caret("-k src -v wb -x", 13, 2)
+    bad_line = "line 5: Invalid option: -x\n" + caret("-k src -v wb -x", 13, 2) + "Did you mean: -f, -k, -v\n"
     two = WB + " -k svc acc=replace -v pkt acc=rate \n"
     requests = write("requests.txt", batch)
     for args in (["parse"], ["parse", "-"], ["parse", "--file", "-"]):
         expect("batch " + " ".join(args), args, two, bad_line, 1, stdin=batch)
     expect("batch.json", ["parse", "--json", "--file", requests], [
-        {"input": "-k src -v wb", "line": 1, "request": WB.strip("\n")},
-        {"input": "-k src -v wb -x", "line": 5, "error": "Invalid option: -x", "errorStart": 13, "errorLength": 2},
-        {"input": "-k svc -v pkt", "line": 6, "request": " -k svc acc=replace -v pkt acc=rate "},
+        report(input="-k src -v wb", line=1, request=WB.strip("\n")),
+        report(input="-k src -v wb -x", line=5, error="Invalid option: -x", errorStart=13, errorLength=2,
+               suggestions=["-f", "-k", "-v"]),
+        report(input="-k svc -v pkt", line=6, request=" -k svc acc=replace -v pkt acc=rate "),
     ], "line 5: Invalid option: -x\n", 1)
     expect("batch.empty-input", ["names"], "", stdin="")
     # Every input line can be matched to its output: -n numbers the lines of
@@ -221,7 +303,7 @@ check("demo", code == 0 and err == "" and "lytreq: Sort type expected\n" + caret
       and out.endswith(text_out[:len(out.split(" | head -n 12\n")[-1])]), out)
 code, out, err = run(["demo", "--json"])
 check("demo.json", code == 0 and len(out.splitlines()) > 10 and all("input" in json.loads(l) for l in out.splitlines()))
-SUBCOMMANDS = "Subcommands: parse check convert columns names resolve keywords demo completion\n"
+SUBCOMMANDS = "Subcommands: parse check explain convert columns names resolve keywords demo completion\n"
 for name, args, message, command, hints in [
         ("no-subcommand", [], "a subcommand is required", "", SUBCOMMANDS),
         ("unknown-subcommand", ["bogus"], "unknown subcommand: bogus", "", SUBCOMMANDS),
@@ -232,7 +314,8 @@ for name, args, message, command, hints in [
          "parse", ""),
         ("keywords-peer", ["keywords", "--peer", "2"], "keywords takes no --peer (parse, check, convert, columns do)",
          "keywords", ""),
-        ("peer-not-a-number", ["check", "--peer", "two", "-k src"], "--peer: two is not a number", "check", ""),
+        ("peer-not-a-number", ["check", "--peer", "two", "-k src"], "--peer: two is not a number nor all", "check", ""),
+        ("parse-peer-all", ["parse", "--peer", "all", "-k src"], "--peer: all is not a number", "parse", ""),
         ("parse-peer0", ["parse", "--json", "--peer", "0", "-k src -v wb"], "--peer: Value 0 not in range 1 to 3",
          "parse", ""),
         ("negative-peer", ["check", "--peer", "-1", "-k src -v wb"], "--peer: Value -1 not in range 0 to 3", "check", ""),
@@ -240,7 +323,7 @@ for name, args, message, command, hints in [
         ("completion-shell", ["completion"], "completion needs its SHELL", "completion", "")]:
     expect("usage." + name, args, "", usage(message, command, hints), 2)
 expect("usage.global-before-subcommand", ["--json", "parse", "vl", "x"],
-       [{"input": "vl x", "request": "vl x -t wire"}])
+       [report(input="vl x", request="vl x -t wire")])
 # On a terminal, a subcommand waiting for requests says so (Ctrl-D ends the input).
 master, slave = pty.openpty()
 proc = subprocess.Popen([TOOL, "check"], stdin=slave, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
@@ -253,7 +336,7 @@ check("terminal-input", (proc.returncode, out, err) ==
 with open("/dev/full", "w") as full:
     code, out, err = run(["parse", "-k src -v wb"], stdout=full)
 check("write-failure", code == 2 and err == "lytreq: cannot write standard output: No space left on device\n", err)
-for sub in ["parse", "check", "convert", "columns", "names", "resolve", "keywords", "demo", "completion"]:
+for sub in ["parse", "check", "explain", "convert", "columns", "names", "resolve", "keywords", "demo", "completion"]:
     code, out, err = run([sub, "--help"])
     check("help." + sub, code == 0 and err == "" and ("Usage: lytreq " + sub) in out and "Examples:" in out, out)
 code, out, err = run(["--version"])
