@@ -213,7 +213,9 @@ std::vector<std::string> tokenize(const py::str& text) {
 void bindRequests(py::module_& module) {
   using py::arg;
   const int current = TAV_VERSION_CURRENT;
-  py::class_<Request>(module, "Request")
+  // Local to this module: pybind11 then finds the classes in its first
+  // lookup on every call and every new request, not after missing there.
+  py::class_<Request>(module, "Request", py::module_local())
       .def("dump", &Request::dump, arg("peer") = py::none())
       .def("module_names", &Request::moduleNames)
       .def("resolve", &Request::resolve, arg("mapping"))
@@ -226,12 +228,12 @@ void bindRequests(py::module_& module) {
         return "<lytfilterparser." + py::type::of(self).attr("__name__").cast<std::string>() + " " +
                py::repr(self.attr("dump")()).cast<std::string>() + ">";
       });
-  py::class_<NetworkRequest, Request>(module, "NetworkRequest")
+  py::class_<NetworkRequest, Request>(module, "NetworkRequest", py::module_local())
       .def("check", &NetworkRequest::check, arg("peer") = current)
       .def("validate", &NetworkRequest::validate, arg("peer") = current)
       .def("minimal_peer", &NetworkRequest::minimalPeer)
       .def("columns", &NetworkRequest::columns, arg("peer") = current);
-  py::class_<E2ERequest, Request>(module, "E2ERequest")
+  py::class_<E2ERequest, Request>(module, "E2ERequest", py::module_local())
       .def_property_readonly("name", &E2ERequest::name)
       .def_property_readonly("data_type", &E2ERequest::dataType);
 
