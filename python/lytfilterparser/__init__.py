@@ -7,25 +7,30 @@ and convert them with the lytFilterParser library.
     '-f src  10.0.0.1    -k svc acc=replace -v conn acc=rate '
 
 Texts are passed to the library and back unchanged; what it refuses raises
-RequestError with its message. docs/python.md describes the module.
+RequestError with its message. lint, Request.fidelity and
+convert_with_diagnostics report what the library notices beyond that, as
+Diagnostic values placed in characters of the text. docs/python.md
+describes the module.
 """
 
 import enum
 from typing import FrozenSet, NamedTuple, Optional, Tuple
 
+from ._diagnostic import Diagnostic, DiagnosticCode
 from ._error import RequestError
 from . import _lytfilterparser as _ext
-from ._lytfilterparser import (CURRENT_PEER, E2ERequest, NetworkRequest, Request, WordKind, convert, parse,
-                               tokenize, word_kind_name)
+from ._lytfilterparser import (CURRENT_PEER, E2ERequest, NetworkRequest, Request, WordKind, convert,
+                               convert_with_diagnostics, diagnostic_codes, lint, parse, tokenize, word_kind_name)
 
 __all__ = [
-    "CURRENT_PEER", "E2ERequest", "NetworkRequest", "Place", "Request", "RequestError", "Word", "WordKind",
-    "convert", "find_words", "parse", "tokenize", "vocabulary", "word_kind_name", "__version__",
+    "CURRENT_PEER", "Diagnostic", "DiagnosticCode", "E2ERequest", "NetworkRequest", "Place", "Request",
+    "RequestError", "Word", "WordKind", "convert", "convert_with_diagnostics", "diagnostic_codes", "find_words",
+    "lint", "parse", "tokenize", "vocabulary", "word_kind_name", "__version__",
 ]
 
 __version__ = "%d.%d.%d" % _ext._version
 
-for _public in (E2ERequest, NetworkRequest, Request, RequestError, WordKind):
+for _public in (Diagnostic, DiagnosticCode, E2ERequest, NetworkRequest, Request, RequestError, WordKind):
     _public.__module__ = __name__  # lytfilterparser.RequestError in tracebacks, not its private home
 
 

@@ -9,12 +9,15 @@ class RequestError(ValueError):
     was asked of a request.
 
     ``message`` is the library's message exactly (also ``str(error)``).
-    ``start`` and ``length`` give the place in the text passed to ``parse``
-    that the message is about, counted in characters of that str: the word
-    the reader stopped on, or ``length`` 0 at the end of the text when a word
-    is missing. They are None where the library gives no place: for
-    ``convert`` and for faults of an operation on a request.
-    ``suggestions`` lists words the faulty word may have meant.
+    ``start`` and ``length`` give the place that the message is about,
+    counted in characters of the str it is in: the word the reader stopped
+    on in the text passed to ``parse`` (``length`` 0 at the end of the text
+    when a word is missing), the word of a legacy line that ``convert``
+    refuses, the item of the text a request was parsed from that made
+    ``NetworkRequest.validate`` fail. They are None where the library gives
+    no place: for other faults of an operation on a request.
+    ``suggestions`` lists up to three words of the syntax the faulty word
+    may have meant, the closest first; empty where the library has none.
     """
 
     message: str

@@ -7,6 +7,8 @@
 //   and the messages it gives reach Python exactly.
 // - Every message the library throws becomes lytfilterparser.RequestError,
 //   a ValueError whose .message is the library's text.
+// - Places in a text (of a refusal, of a diagnostic) go out in characters
+//   of the str the caller passed, not in the library's bytes.
 // - Work on a text of kReleaseGilAt bytes or more runs without the GIL, so
 //   other Python threads go on meanwhile; below that, giving the GIL up
 //   would cost more than the work.
@@ -21,8 +23,11 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
+#include <vector>
+
+#include "lytFilterParser/diagnostics/Diagnostic.h"
+#include "lytFilterParser/diagnostics/Refusal.h"
 
 namespace lfp_python {
 
@@ -40,15 +45,49 @@ struct Place {
   std::size_t length = 0;
 };
 
-// The place of the bytes [start, start + length) of the UTF-8 `text`.
-Place characters(const std::string& text, std::size_t start, std::size_t length);
+// Places in characters of the bytes of one UTF-8 text. Each call counts on
+// from the place before, so places in the order of the text cost one pass
+// over it together.
+class Characters {
+ public:
+  explicit Characters(const std::string& text) : text(text) {}
 
-// The word that opens an end-to-end request.
-std::string_view virtualLinkWord();
+  // The place of the bytes [start, start + length), clamped to the text.
+  Place operator()(std::size_t start, std::size_t length);
 
-// Raises lytfilterparser.RequestError with the library's `message`, and its
-// place in the text the caller passed when there is one.
-[[noreturn]] void raiseRequestError(const std::string& message, const std::optional<Place>& place);
+ private:
+  std::size_t before(std::size_t byte);  // characters before `byte`
+
+  const std::string& text;
+  std::size_t byte = 0;
+  std::size_t count = 0;  // characters before `byte`
+};
+
+// A fault to raise as RequestError: the library's message, its place in
+// characters of the text the caller passed when there is one, and words the
+// faulty word may have meant.
+struct Fault {
+  std::string message;
+  std::optional<Place> place;
+  std::vector<std::string> suggestions;
+};
+
+// The fault of `message`, which the library gave for `text`, with the place
+// and suggestions of `refusal` when the refusal is about that message.
+Fault faultOf(const std::string& message, const std::optional<lytFilterParser::Refusal>& refusal,
+              const std::string& text);
+
+// Raises lytfilterparser.RequestError with the library's `message` and no
+// place, or with what `fault` holds.
+[[noreturn]] void raiseRequestError(const std::string& message);
+[[noreturn]] void raiseRequestError(const Fault& fault);
+
+// Makes the diagnostics' places places in characters of `text`, their
+// subject (do this before the GIL is taken back for a large text).
+void inCharacters(std::vector<lytFilterParser::Diagnostic>& diagnostics, const std::string& text);
+
+// lytfilterparser.Diagnostic values of `diagnostics`, placed in characters.
+py::list pythonDiagnostics(const std::vector<lytFilterParser::Diagnostic>& diagnostics);
 
 // Makes every std::string the library throws a RequestError without a place.
 void translateLibraryMessages();
@@ -61,14 +100,9 @@ auto withoutGilIf(bool large, Work&& work) {
   return work();
 }
 
-// Where getLYTKovaRequest stopped on `text` when it refused it with
-// `message`, found by reading again through the public parsing members,
-// whose cursor the library leaves on the token a message names or at the
-// end. Nothing when that reading gives another message.
-std::optional<Place> readingFault(const std::string& text, const std::string& message);
-
 void bindRequests(py::module_& module);
 void bindVocabulary(py::module_& module);
+void bindDiagnostics(py::module_& module);
 
 }  // namespace lfp_python
 

@@ -5,4 +5,5 @@ PYBIND11_MODULE(_lytfilterparser, module) {
   lfp_python::translateLibraryMessages();
   lfp_python::bindRequests(module);
   lfp_python::bindVocabulary(module);
+  lfp_python::bindDiagnostics(module);
 }

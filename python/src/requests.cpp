@@ -1,5 +1,6 @@
-// Request objects: a request the library read, owned by a Python object,
-// with a lock of its own (binding.h says why).
+// Request objects: a request the library read, owned by a Python object
+// with the text it was read from (the places of its diagnostics are in it),
+// and with a lock of its own (binding.h says why).
 #include <pybind11/stl.h>
 
 #include <memory>
@@ -15,7 +16,8 @@ namespace {
 
 class Request {
  public:
-  Request(std::unique_ptr<LYTKovaRequest> request, std::size_t size) : request(std::move(request)), size(size) {}
+  Request(std::unique_ptr<LYTKovaRequest> request, std::string text)
+      : request(std::move(request)), text(std::move(text)) {}
   Request(const Request&) = delete;
   Request& operator=(const Request&) = delete;
   virtual ~Request() = default;
@@ -39,14 +41,22 @@ class Request {
       if (found == nullptr) {
         if (!PyErr_ExceptionMatches(PyExc_KeyError)) throw py::error_already_set();
         PyErr_Clear();
-        raiseRequestError("no resolved name in the mapping for: " + name, std::nullopt);
+        raiseRequestError("no resolved name in the mapping for: " + name);
       }
       const py::object value = py::reinterpret_steal<py::object>(found);
       if (!py::isinstance<py::str>(value)) throw py::type_error("the resolved name of " + name + " is not a str");
       resolved.push_back(utf8(value));
     }
     const bool taken = locked([&] { return request->setModuleNames(names, resolved); });
-    if (!taken) raiseRequestError("the request did not take the resolved names", std::nullopt);
+    if (!taken) raiseRequestError("the request did not take the resolved names");
+  }
+
+  py::list fidelity(int peer) {
+    return pythonDiagnostics(locked([&] {
+      std::vector<lytFilterParser::Diagnostic> found = lytFilterParser::fidelity(text, *request, TavVersion(peer));
+      inCharacters(found, text);
+      return found;
+    }));
   }
 
   virtual std::unique_ptr<Request> copy() = 0;
@@ -56,7 +66,7 @@ class Request {
   // request, or while another thread holds the lock.
   template <class Work>
   auto locked(Work&& work) -> decltype(work()) {
-    if (size < kReleaseGilAt) {
+    if (text.size() < kReleaseGilAt) {
       std::unique_lock<std::mutex> lock(mutex, std::try_to_lock);
       if (lock.owns_lock()) return work();
     }
@@ -66,7 +76,7 @@ class Request {
   }
 
   std::unique_ptr<LYTKovaRequest> request;
-  const std::size_t size;  // bytes of the text it was read from
+  const std::string text;  // the UTF-8 text it was read from
 
  private:
   std::mutex mutex;
@@ -82,6 +92,17 @@ class NetworkRequest final : public Request {
       const bool valid = network().isValid(TavVersion(peer), error);
       return std::make_pair(valid, error);
     });
+  }
+
+  // check() with the place of a refusal in the text: nothing, or the
+  // RequestError of the item that made validation fail.
+  void validate(int peer) {
+    const std::optional<Fault> fault = locked([&]() -> std::optional<Fault> {
+      const auto refusal = lytFilterParser::validate(text, network(), TavVersion(peer));
+      if (!refusal) return std::nullopt;
+      return faultOf(refusal->message, refusal, text);
+    });
+    if (fault) raiseRequestError(*fault);
   }
 
   // Asked of a copy: the library's answer completes the request for every
@@ -103,7 +124,7 @@ class NetworkRequest final : public Request {
   std::unique_ptr<Request> copy() override {
     return locked([&] {
       return std::unique_ptr<Request>(
-          new NetworkRequest(std::unique_ptr<LYTKovaRequest>(new NetworkKovaRequest(network())), size));
+          new NetworkRequest(std::unique_ptr<LYTKovaRequest>(new NetworkKovaRequest(network())), text));
     });
   }
 
@@ -125,7 +146,7 @@ class E2ERequest final : public Request {
   std::unique_ptr<Request> copy() override {
     return locked([&] {
       return std::unique_ptr<Request>(
-          new E2ERequest(std::unique_ptr<LYTKovaRequest>(new E2EKovaRequest(link())), size));
+          new E2ERequest(std::unique_ptr<LYTKovaRequest>(new E2EKovaRequest(link())), text));
     });
   }
 
@@ -135,37 +156,45 @@ class E2ERequest final : public Request {
 
 struct Reading {
   std::unique_ptr<LYTKovaRequest> request;
-  std::string error;
-  std::optional<Place> place;
+  std::optional<Fault> fault;  // when the library refused the text
 };
 
 Reading read(const std::string& text) {
   Reading reading;
-  reading.request.reset(LYTKovaRequest::getLYTKovaRequest(text, reading.error));
-  if (!reading.request && !reading.error.empty()) reading.place = readingFault(text, reading.error);
+  std::string error;
+  reading.request.reset(LYTKovaRequest::getLYTKovaRequest(text, error));
+  if (!reading.request && !error.empty()) reading.fault = faultOf(error, lytFilterParser::readRefusal(text), text);
   return reading;
 }
 
 // The request of `text`, None for a text without a word.
 py::object parse(const py::str& text) {
-  const std::string bytes = utf8(text);
+  std::string bytes = utf8(text);
   Reading reading = withoutGilIf(bytes.size() >= kReleaseGilAt, [&] { return read(bytes); });
   if (reading.request == nullptr) {
-    if (reading.error.empty()) return py::none();
-    raiseRequestError(reading.error, reading.place);
+    if (!reading.fault) return py::none();
+    raiseRequestError(*reading.fault);
   }
   if (dynamic_cast<NetworkKovaRequest*>(reading.request.get()) != nullptr) {
-    return py::cast(std::make_unique<NetworkRequest>(std::move(reading.request), bytes.size()));
+    return py::cast(std::make_unique<NetworkRequest>(std::move(reading.request), std::move(bytes)));
   }
-  return py::cast(std::make_unique<E2ERequest>(std::move(reading.request), bytes.size()));
+  return py::cast(std::make_unique<E2ERequest>(std::move(reading.request), std::move(bytes)));
 }
 
+// The conversion of a legacy line; a refusal raises with its place in the
+// line, which is looked for only then.
 std::string convert(const py::str& text, int peer) {
   const std::string bytes = utf8(text);
-  std::string error;
-  std::string converted = withoutGilIf(bytes.size() >= kReleaseGilAt,
-                                       [&] { return LYTKovaRequest::convert(bytes, TavVersion(peer), error); });
-  if (!error.empty()) raiseRequestError(error, std::nullopt);
+  std::optional<Fault> fault;
+  std::string converted = withoutGilIf(bytes.size() >= kReleaseGilAt, [&] {
+    std::string error;
+    std::string request = LYTKovaRequest::convert(bytes, TavVersion(peer), error);
+    if (!error.empty()) {
+      fault = faultOf(error, lytFilterParser::convertWithDiagnostics(bytes, TavVersion(peer)).refusal, bytes);
+    }
+    return request;
+  });
+  if (fault) raiseRequestError(*fault);
   return converted;
 }
 
@@ -184,10 +213,13 @@ std::vector<std::string> tokenize(const py::str& text) {
 void bindRequests(py::module_& module) {
   using py::arg;
   const int current = TAV_VERSION_CURRENT;
-  py::class_<Request>(module, "Request")
+  // Local to this module: pybind11 then finds the classes in its first
+  // lookup on every call and every new request, not after missing there.
+  py::class_<Request>(module, "Request", py::module_local())
       .def("dump", &Request::dump, arg("peer") = py::none())
       .def("module_names", &Request::moduleNames)
       .def("resolve", &Request::resolve, arg("mapping"))
+      .def("fidelity", &Request::fidelity, arg("peer"))
       .def("copy", &Request::copy)
       .def("__copy__", &Request::copy)
       .def("__deepcopy__", [](Request& request, const py::object&) { return request.copy(); }, arg("memo"))
@@ -196,11 +228,12 @@ void bindRequests(py::module_& module) {
         return "<lytfilterparser." + py::type::of(self).attr("__name__").cast<std::string>() + " " +
                py::repr(self.attr("dump")()).cast<std::string>() + ">";
       });
-  py::class_<NetworkRequest, Request>(module, "NetworkRequest")
+  py::class_<NetworkRequest, Request>(module, "NetworkRequest", py::module_local())
       .def("check", &NetworkRequest::check, arg("peer") = current)
+      .def("validate", &NetworkRequest::validate, arg("peer") = current)
       .def("minimal_peer", &NetworkRequest::minimalPeer)
       .def("columns", &NetworkRequest::columns, arg("peer") = current);
-  py::class_<E2ERequest, Request>(module, "E2ERequest")
+  py::class_<E2ERequest, Request>(module, "E2ERequest", py::module_local())
       .def_property_readonly("name", &E2ERequest::name)
       .def_property_readonly("data_type", &E2ERequest::dataType);
 

@@ -18,9 +18,13 @@ BAD_CALLS = [
     (TypeError, lambda: lfp.convert("-g topsrc -y b", peer="2")),
     (TypeError, lambda: lfp.convert("-g topsrc -y b", peer=2 ** 70)),
     (TypeError, lambda: lfp.tokenize(None)),
+    (TypeError, lambda: lfp.lint(None)),
+    (TypeError, lambda: lfp.convert_with_diagnostics(b"-g topsrc -y b")),
     (TypeError, lambda: lfp.find_words(1)),
     (TypeError, lambda: REQUEST.dump("3")),
     (TypeError, lambda: REQUEST.check(None)),
+    (TypeError, lambda: REQUEST.validate("3")),
+    (TypeError, lambda: REQUEST.fidelity(None)),
     (TypeError, lambda: REQUEST.columns(3.0)),
     (TypeError, lambda: REQUEST.resolve(None)),
     (TypeError, lambda: REQUEST.resolve({"a": 1})),
@@ -53,6 +57,7 @@ def test_large_and_deep_texts():
     reports = lytreq(["parse"], LARGE)
     for text in LARGE:
         report = reports[text]
+        assert lfp.lint(text) == []
         try:
             request = lfp.parse(text)
         except lfp.RequestError as error:

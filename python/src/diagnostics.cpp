@@ -1,0 +1,88 @@
+// The library's diagnostics as lytfilterparser.Diagnostic values, placed in
+// characters of the text they are about.
+#include <pybind11/stl.h>
+
+#include <tuple>
+
+#include "binding.h"
+#include "lytFilterParser/lytFilterParser.h"
+
+namespace lfp_python {
+
+namespace {
+
+// lytfilterparser.Diagnostic and DiagnosticCode, held for the life of the
+// process as RequestError is.
+PyObject* diagnosticClass = nullptr;
+PyObject* codeClass = nullptr;
+
+py::str severity(lytFilterParser::Severity severity) {
+  const std::string_view name = lytFilterParser::severityName(severity);
+  return py::str(name.data(), name.size());
+}
+
+py::list lint(const py::str& text) {
+  const std::string bytes = utf8(text);
+  return pythonDiagnostics(withoutGilIf(bytes.size() >= kReleaseGilAt, [&] {
+    std::vector<lytFilterParser::Diagnostic> found = lytFilterParser::lint(bytes);
+    inCharacters(found, bytes);
+    return found;
+  }));
+}
+
+// The conversion and its diagnostics; a refusal raises as convert's does.
+py::tuple convertWithDiagnostics(const py::str& text, int peer) {
+  const std::string bytes = utf8(text);
+  std::optional<Fault> fault;
+  lytFilterParser::Conversion conversion = withoutGilIf(bytes.size() >= kReleaseGilAt, [&] {
+    lytFilterParser::Conversion done = lytFilterParser::convertWithDiagnostics(bytes, TavVersion(peer));
+    if (done.refusal) fault = faultOf(done.refusal->message, done.refusal, bytes);
+    inCharacters(done.diagnostics, bytes);
+    return done;
+  });
+  if (fault) raiseRequestError(*fault);
+  return py::make_tuple(conversion.request, pythonDiagnostics(conversion.diagnostics));
+}
+
+py::list diagnosticCodes() {
+  py::list codes;
+  const py::handle make(codeClass);
+  for (const lytFilterParser::DiagnosticCode& entry : lytFilterParser::diagnosticCodes()) {
+    codes.append(make(py::str(entry.code.data(), entry.code.size()), severity(entry.severity),
+                      py::str(entry.meaning.data(), entry.meaning.size())));
+  }
+  return codes;
+}
+
+}  // namespace
+
+void inCharacters(std::vector<lytFilterParser::Diagnostic>& diagnostics, const std::string& text) {
+  Characters characters(text);
+  for (lytFilterParser::Diagnostic& diagnostic : diagnostics) {
+    const Place place = characters(diagnostic.start, diagnostic.length);
+    diagnostic.start = place.start;
+    diagnostic.length = place.length;
+  }
+}
+
+py::list pythonDiagnostics(const std::vector<lytFilterParser::Diagnostic>& diagnostics) {
+  py::list list;
+  const py::handle make(diagnosticClass);
+  for (const lytFilterParser::Diagnostic& diagnostic : diagnostics) {
+    list.append(make(diagnostic.code, severity(diagnostic.severity), diagnostic.message, diagnostic.start,
+                     diagnostic.length));
+  }
+  return list;
+}
+
+void bindDiagnostics(py::module_& module) {
+  const py::module_ values = py::module_::import("lytfilterparser._diagnostic");
+  diagnosticClass = py::object(values.attr("Diagnostic")).release().ptr();
+  codeClass = py::object(values.attr("DiagnosticCode")).release().ptr();
+  module.def("lint", &lint, py::arg("text"));
+  module.def("convert_with_diagnostics", &convertWithDiagnostics, py::arg("text"),
+             py::arg("peer") = int(TAV_VERSION_LEGACY_2));
+  module.def("diagnostic_codes", &diagnosticCodes);
+}
+
+}  // namespace lfp_python
