@@ -55,6 +55,8 @@ TIME_TARGETS = [
     ("getMinimalValidVersion on a typical request <= 0.5x",
      lambda r: r.op == "minversion" and r.case.startswith("typical_"), 0.5, True),
 ]
+# Linting a typical request costs at most one more round trip of the same text.
+LINT_TARGET = ("lint of a typical request <= 1x its round trip", 1.0)
 # Linear in depth: time per level of the deepest round trip against time per level at 1,000.
 DEPTH_TARGET = ("round trip per nesting level at 1,000,000 <= 1.5x per level at 1,000", "depth_1000",
                 "depth_1000000", 1.5)
@@ -233,6 +235,7 @@ def judge(rows, judge_time, judge_allocs):
             "judged": judge_time,
         })
     summary.append(depth_target(rows, judge_time))
+    summary.append(lint_target(rows, judge_time))
     label, selects, limit = ALLOC_TARGET
     picked = [r for r in rows if selects(r) and r.allocs is not None and r.tokens]
     per_token = []
@@ -272,6 +275,32 @@ def depth_target(rows, judge_time):
         "median": ratios[0] if ratios else None,
         "worst": ratios[0] if ratios else None,
         "unit": "x per level at 1,000",
+        "limit": limit,
+        "judged": judge_time,
+    }
+
+
+def lint_target(rows, judge_time):
+    """Lint of a typical text against the round trip of the same text, each
+    divided by floor (a) timed alongside it, so load cancels out."""
+    label, limit = LINT_TARGET
+    trips = {r.case: r for r in rows if r.op == "roundtrip" and r.ratio}
+    ratios = []
+    for r in rows:
+        trip = trips.get(r.case)
+        if r.op != "lint" or r.ratio is None or trip is None:
+            continue
+        ratio = r.ratio / trip.ratio
+        ratios.append(ratio)
+        if judge_time:
+            r.verdicts.append("<= %gx the round trip (%.2fx): %s" % (limit, ratio, "met" if ratio <= limit else "**MISSED**"))
+    return {
+        "target": label,
+        "rows": len(ratios),
+        "met": sum(1 for x in ratios if x <= limit),
+        "median": statistics.median(ratios) if ratios else None,
+        "worst": max(ratios) if ratios else None,
+        "unit": "x round trip",
         "limit": limit,
         "judged": judge_time,
     }
