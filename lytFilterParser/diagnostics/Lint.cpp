@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -57,8 +58,23 @@ std::string_view wordAround(std::string_view text, std::size_t at) {
   return text.substr(start, end - start);
 }
 
+// Whether the 8 bytes at `p` are all printable ASCII (0x20 to 0x7E), eight
+// at a time: a byte of 0x80 or more, below 0x20, or 0x7F sets its top bit.
+bool printable8(const char* p) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101ull, kTops = 0x8080808080808080ull;
+  std::uint64_t x;
+  std::memcpy(&x, p, sizeof x);
+  const std::uint64_t low = x - 0x20 * kOnes;       // borrows into the top bit of a byte below 0x20
+  const std::uint64_t del = (x ^ 0x7F * kOnes) - kOnes;  // likewise for a byte equal to 0x7F
+  return ((x | low | (del & ~(x ^ 0x7F * kOnes))) & kTops) == 0;
+}
+
 void lintInvisible(std::string_view text, Findings& found) {
   for (std::size_t i = 0; i < text.size();) {
+    if (i + 8 <= text.size() && printable8(text.data() + i)) {  // most of any request
+      i += 8;
+      continue;
+    }
     const unsigned char byte = static_cast<unsigned char>(text[i]);
     if (byte >= 0x20 && byte < 0x7F) {  // printable ASCII, most of any request
       ++i;

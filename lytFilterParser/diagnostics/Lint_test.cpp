@@ -38,6 +38,7 @@ const Row kRows[] = {
     {"-f src 10.0.0.1\xc2\xa0-k svc -v wb", {"invisible-character:\xc2\xa0", "entity-keyword:svc"}},
     {"-k src a\xef\xbb\xbf\xe2\x80\x8b" "b -v wb", {"invisible-character:\xef\xbb\xbf\xe2\x80\x8b"}},
     {"-k src a\tb -v wb", {"invisible-character:\t"}},
+    {"-k src ab\x7f" "c -v wb", {"invisible-character:\x7f"}},
     {"-k src -v wb\r\n", {"invisible-character:\r\n"}},  // at the very end
     {"\xef\xbb\xbf-k src -v wb", {"invisible-character:\xef\xbb\xbf"}},  // refused, and why it is
     {"-k src # comment -v wb", {"inline-comment:# comment"}},
