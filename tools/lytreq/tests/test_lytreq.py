@@ -160,6 +160,9 @@ IGNORED_WARNING = "warning: `or` has no filter in it and is ignored [operator-ig
 expect("warning.text", ["parse", IGNORED], IGNORED_OUT, "lytreq: " + IGNORED_WARNING)
 expect("warning.strict", ["parse", "--strict", IGNORED], IGNORED_OUT, "lytreq: " + IGNORED_WARNING, 1)
 expect("warning.hidden", ["check", "--strict", "--no-warnings", IGNORED], "valid; minimal peer: 1\n")
+NOTED = "-k src a a -v wb"  # a note is no warning: --strict lets it pass
+expect("warning.note", ["parse", "--strict", NOTED], " -k src acc=replace a a -v wb acc=rate \n",
+       "lytreq: note: `a` is named twice here (first at byte 7) [entity-duplicate]\n" + caret(NOTED, 9, 1))
 expect("warning.batch", ["parse", "-n"], "1:" + WB + "2:" + IGNORED_OUT, "line 2: " + IGNORED_WARNING,
        stdin="-k src -v wb\n" + IGNORED + "\n")
 # Places in JSON are bytes of the input.
