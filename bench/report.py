@@ -223,17 +223,8 @@ def judge(rows, judge_time, judge_allocs):
             if r.op == "tokenize" and r.blank_tokens is not None and r.blank_tokens != r.tokens:
                 verdict += " (floor (a) cuts %d tokens, the tokenizer %d)" % (r.blank_tokens, r.tokens)
             r.verdicts.append(verdict)
-        ratios = [r.ratio for r in picked]
-        summary.append({
-            "target": label,
-            "rows": len(picked),
-            "met": sum(1 for x in ratios if x <= limit),
-            "median": statistics.median(ratios) if ratios else None,
-            "worst": max(ratios) if ratios else None,
-            "unit": "x accepted" if picked and picked[0].op in PAIRED_WITH_ACCEPTED else "x floor (a)",
-            "limit": limit,
-            "judged": judge_time,
-        })
+        unit = "x accepted" if picked and picked[0].op in PAIRED_WITH_ACCEPTED else "x floor (a)"
+        summary.append(target_summary(label, [r.ratio for r in picked], unit, limit, judge_time))
     summary.append(depth_target(rows, judge_time))
     summary.append(lint_target(rows, judge_time))
     label, selects, limit = ALLOC_TARGET
@@ -257,6 +248,20 @@ def judge(rows, judge_time, judge_allocs):
     return summary
 
 
+def target_summary(label, ratios, unit, limit, judged):
+    """One line of the targets table: how many rows meet `limit`, their median and worst."""
+    return {
+        "target": label,
+        "rows": len(ratios),
+        "met": sum(1 for x in ratios if x <= limit),
+        "median": statistics.median(ratios) if ratios else None,
+        "worst": max(ratios) if ratios else None,
+        "unit": unit,
+        "limit": limit,
+        "judged": judged,
+    }
+
+
 def depth_target(rows, judge_time):
     label, shallow_case, deep_case, limit = DEPTH_TARGET
     trips = {r.case: r for r in rows if r.op == "roundtrip" and r.error is None and r.levels}
@@ -268,16 +273,7 @@ def depth_target(rows, judge_time):
         if judge_time:
             deep.verdicts.append("per level <= %gx per level at %s (%.2fx): %s" % (
                 limit, "{:,}".format(int(shallow.levels)), ratio, "met" if ratio <= limit else "**MISSED**"))
-    return {
-        "target": label,
-        "rows": len(ratios),
-        "met": sum(1 for x in ratios if x <= limit),
-        "median": ratios[0] if ratios else None,
-        "worst": ratios[0] if ratios else None,
-        "unit": "x per level at 1,000",
-        "limit": limit,
-        "judged": judge_time,
-    }
+    return target_summary(label, ratios, "x per level at 1,000", limit, judge_time)
 
 
 def lint_target(rows, judge_time):
@@ -294,16 +290,7 @@ def lint_target(rows, judge_time):
         ratios.append(ratio)
         if judge_time:
             r.verdicts.append("<= %gx the round trip (%.2fx): %s" % (limit, ratio, "met" if ratio <= limit else "**MISSED**"))
-    return {
-        "target": label,
-        "rows": len(ratios),
-        "met": sum(1 for x in ratios if x <= limit),
-        "median": statistics.median(ratios) if ratios else None,
-        "worst": max(ratios) if ratios else None,
-        "unit": "x round trip",
-        "limit": limit,
-        "judged": judge_time,
-    }
+    return target_summary(label, ratios, "x round trip", limit, judge_time)
 
 
 def median_met(s):

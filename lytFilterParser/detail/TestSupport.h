@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <pthread.h>
+
+#include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -60,6 +64,28 @@ T parsed(const std::string& text) {
 inline std::unique_ptr<NetworkKovaRequest> readRequest(const std::string& text) {
   strList tokens = tokensOf(text);
   return std::make_unique<NetworkKovaRequest>(tokens);
+}
+
+// How deep the any-depth tests nest: LFP_TEST_DEPTH, or 1,000,000.
+inline int testDepth() {
+  const char* depth = std::getenv("LFP_TEST_DEPTH");
+  return depth != nullptr ? std::atoi(depth) : 1000000;
+}
+
+// Runs `body` on a thread with a 256 KiB stack, where a walk that recursed
+// per level would overflow long before the deepest level.
+inline void onSmallStack(const std::function<void()>& body) {
+  pthread_attr_t attributes;
+  ASSERT_EQ(0, pthread_attr_init(&attributes));
+  ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, 256 * 1024));
+  pthread_t thread;
+  const auto run = [](void* argument) -> void* {
+    (*static_cast<const std::function<void()>*>(argument))();
+    return nullptr;
+  };
+  ASSERT_EQ(0, pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&body)));
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
 }
 
 }  // namespace lfptest

@@ -1,10 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <pthread.h>
-
 #include <algorithm>
-#include <cstdlib>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,6 +13,7 @@ namespace {
 
 using lytFilterParser::Diagnostic;
 using lytFilterParser::detail::Outline;
+using lfptest::onSmallStack;
 
 // The words of `text` with word `i` left out, doubled, or swapped with the next.
 std::vector<std::string> variations(const std::string& text) {
@@ -73,27 +70,12 @@ TEST(Outline, AgreesWithTheReaderOnEveryVariationOfTheCorpus) {
 // on a thread with a 256 KiB stack they reach the deepest atom of a request
 // nested 1,000,000 levels (LFP_TEST_DEPTH to change).
 
-void onSmallStack(const std::function<void()>& body) {
-  pthread_attr_t attributes;
-  ASSERT_EQ(0, pthread_attr_init(&attributes));
-  ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, 256 * 1024));
-  pthread_t thread;
-  const auto run = [](void* argument) -> void* {
-    (*static_cast<const std::function<void()>*>(argument))();
-    return nullptr;
-  };
-  ASSERT_EQ(0, pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&body)));
-  pthread_join(thread, nullptr);
-  pthread_attr_destroy(&attributes);
-}
-
 bool has(const std::vector<Diagnostic>& found, const std::string& code, std::size_t start) {
   return std::any_of(found.begin(), found.end(), [&](const Diagnostic& d) { return d.code == code && d.start == start; });
 }
 
 TEST(AnyDepth, DiagnosticsReachTheDeepestAtom) {
-  const char* depth = std::getenv("LFP_TEST_DEPTH");
-  const int levels = depth != nullptr ? std::atoi(depth) : 1000000;
+  const int levels = lfptest::testDepth();
   std::string text;
   for (int level = 1; level < levels; ++level) text += "-f or [ -f src a ";
   const std::size_t second = text.find("-f or", 1), deepest = text.size();

@@ -3,10 +3,6 @@
 // read back to themselves.
 #include <gtest/gtest.h>
 
-#include <pthread.h>
-
-#include <cstdlib>
-#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
@@ -15,6 +11,9 @@
 #include "lytFilterParser/detail/TestSupport.h"
 
 namespace {
+
+using lfptest::onSmallStack;
+using lfptest::testDepth;
 
 // What the request read from `text` writes, or "error: " and the message.
 std::string writeOf(const std::string& text) {
@@ -82,25 +81,6 @@ TEST(LargeInput, AMillionBracketsAreRefusedWithAMessage) {
 // Every operation on a deep tree runs on a thread with a 256 KiB stack: one
 // frame per level would overflow it long before the last level. The depth is
 // 1,000,000 unless LFP_TEST_DEPTH says otherwise (memcheck runs fewer).
-
-int testDepth() {
-  const char* depth = std::getenv("LFP_TEST_DEPTH");
-  return depth != nullptr ? std::atoi(depth) : 1000000;
-}
-
-void onSmallStack(const std::function<void()>& body) {
-  pthread_attr_t attributes;
-  ASSERT_EQ(0, pthread_attr_init(&attributes));
-  ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, 256 * 1024));
-  pthread_t thread;
-  const auto run = [](void* argument) -> void* {
-    (*static_cast<const std::function<void()>*>(argument))();
-    return nullptr;
-  };
-  ASSERT_EQ(0, pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&body)));
-  pthread_join(thread, nullptr);
-  pthread_attr_destroy(&attributes);
-}
 
 // `levels` compound filters, each holding the next, the innermost an atom.
 std::string nestedRequest(int levels, bool bracketed) {

@@ -245,7 +245,7 @@ const char* const kBashEnd =
     "    mapfile -t COMPREPLY < <(compgen -W \"$found\" -- \"$cur\")\n"
     "    # \"index=\" and the like take their number right after the \"=\".\n"
     "    [[ ${#COMPREPLY[@]} -eq 1 && ${COMPREPLY[0]} == *= ]] && compopt -o nospace 2>/dev/null\n"
-    "    # Readline replaces only what follows the last \"=\" of \"acc=ra\".\n"
+    "    # Readline replaces only what follows the last \"=\" of the word being completed.\n"
     "    if [[ $cur == *=* && $COMP_WORDBREAKS == *=* ]]; then\n"
     "        local prefix=${cur%=*}=\n"
     "        COMPREPLY=(\"${COMPREPLY[@]#\"$prefix\"}\")\n"
