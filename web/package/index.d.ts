@@ -136,6 +136,8 @@ export interface LytFilterParser {
   readonly version: string;
   readonly currentPeer: number;
   readonly maxTextLength: number;
+  /** The size of the module's memory in bytes: it grows when a text needs more and never shrinks. */
+  readonly memoryBytes: number;
   readonly RequestError: typeof RequestError;
   readonly NetworkRequest: typeof NetworkRequest;
   readonly E2ERequest: typeof E2ERequest;

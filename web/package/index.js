@@ -317,6 +317,12 @@ class LytFilterParser {
     return JSON.parse(lib.result());
   }
 
+  // The size of the module's memory in bytes: it grows when a text needs
+  // more and never shrinks.
+  get memoryBytes() {
+    return this.#lib.memory.buffer.byteLength;
+  }
+
   vocabulary() {
     return this._words;
   }
