@@ -31,6 +31,7 @@ export function lytreqBatch(subcommand, texts, args = []) {
       stdout = execFileSync(lytreqPath(), [subcommand, '--json', ...args, '--file', file], {
         maxBuffer: 1 << 30,
         encoding: 'utf8',
+        stdio: ['ignore', 'pipe', 'pipe'],  // the tool's messages on stderr repeat the records
       });
     } catch (error) {
       if (error.status !== 1) throw error;  // 1: the library refused some request
