@@ -25,6 +25,8 @@ DEFAULT_PACKAGES=(
   g++-multilib
   bash-completion  # the test of lytreq's bash completion runs it
   groff-base       # the test of the man pages formats them
+  emscripten       # the WebAssembly package (scripts/web.sh)
+  chromium         # the editor page's test in a real browser
 )
 
 if [[ ${1:-} == --tool ]]; then
@@ -35,6 +37,21 @@ else
   packages=("${DEFAULT_PACKAGES[@]}")
 fi
 
+# The WebAssembly package's build and tests (playwright-core, the bundler,
+# node:test) need node 20 or later, which Debian 12's nodejs (18) is
+# not: the machine brings its own.
+check_node() {
+  local version
+  if ! version=$(node --version 2>/dev/null); then
+    echo "deps: node 20 or later is needed for the WebAssembly package and its tests, and there is no node on the PATH" >&2
+    exit 1
+  fi
+  if [[ ! $version =~ ^v([0-9]+)\. ]] || (( BASH_REMATCH[1] < 20 )); then
+    echo "deps: node 20 or later is needed for the WebAssembly package and its tests; $(command -v node) is $version" >&2
+    exit 1
+  fi
+}
+
 missing=()
 for p in "${packages[@]}"; do
   if ! dpkg -s "$p" >/dev/null 2>&1; then
@@ -44,6 +61,7 @@ done
 
 if [[ ${#missing[@]} -eq 0 ]]; then
   echo "deps: all ${#packages[@]} packages present"
+  [[ $# -eq 0 ]] && check_node
   exit 0
 fi
 
@@ -54,3 +72,5 @@ if [[ $(id -u) -ne 0 ]]; then
 fi
 "${SUDO[@]}" apt-get update -qq
 DEBIAN_FRONTEND=noninteractive "${SUDO[@]}" apt-get install -y --no-install-recommends "${missing[@]}"
+[[ $# -eq 0 ]] && check_node
+exit 0

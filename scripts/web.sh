@@ -6,7 +6,11 @@
 # Needs emscripten (scripts/deps.sh installs it) and node 20 or later; the
 # page's and the tests' npm packages come from web/package-lock.json.
 #
-# Usage: scripts/web.sh [--package-only]
+# Usage: scripts/web.sh [--package-only | --bench]
+#   --package-only  only the package
+#   --bench         then also time the package against a native build of the
+#                   same sources (build/web/native) and print the rows of
+#                   bench/RESULTS.md's WebAssembly section
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD
@@ -47,3 +51,11 @@ if [[ ! -d web/node_modules ]] || [[ web/package-lock.json -nt web/node_modules/
 fi
 node web/editor/build.mjs "$stage" "$out/site"
 echo "web: $out/site/index.html"
+
+if [[ ${1:-} == --bench ]]; then
+  if [[ ! -f $out/native/build.ninja ]]; then
+    nice cmake -S web -B "$out/native" -G Ninja >/dev/null
+  fi
+  nice cmake --build "$out/native" --target lfp_native_times
+  node web/bench/bench.mjs "$out/native/lfp_native_times" "$stage" "$out/site"
+fi

@@ -12,6 +12,9 @@ import { EditorView, keymap, placeholder } from '@codemirror/view';
 import load from 'lytfilterparser';
 
 const started = performance.now();
+// The module loads while the page builds the editor (the page preloads the
+// .wasm beside app.js).
+const loading = load();
 const $ = (selector) => document.querySelector(selector);
 
 const state = { mode: 'current', peer: 3, lfp: null };
@@ -341,7 +344,7 @@ $('#share').addEventListener('click', async () => {
   }
 });
 
-load().then((lfp) => {
+loading.then((lfp) => {
   state.lfp = lfp;
   $('#version').textContent = lfp.version;
   relint();
