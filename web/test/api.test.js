@@ -285,3 +285,22 @@ test('a freed request says so; free twice is harmless', () => {
   scoped[Symbol.dispose ?? Symbol.for('nodejs.dispose')]();
   assert.throws(() => scoped.dump(), /freed/);
 });
+
+test('the examples of docs/web.md give what it says', () => {
+  const request = lfp.parse('-f src 10.0.0.1 -k svc -v conn');
+  assert.equal(request.dump(), '-f src  10.0.0.1    -k svc acc=replace -v conn acc=rate ');
+  assert.deepEqual(request.check(1), { valid: true, message: '' });
+  assert.equal(request.minimalPeer(), 1);
+  assert.deepEqual(request.moduleNames(), ['10.0.0.1']);
+  assert.deepEqual(JSON.parse(JSON.stringify(request)), request.toJSON());
+  const error = attempt(() => lfp.parse('-k src -v wb acc=rates')).error;
+  assert.deepEqual([error.message, error.start, error.length, error.suggestions],
+    ['Invalid accumulation mode: acc=rates', 13, 9, ['acc=rate']]);
+  const [finding] = lfp.lint('-f src a -f or -k svc -v wb');
+  assert.deepEqual([finding.code, finding.severity, finding.start, finding.length], ['operator-ignored', 'warning', 9, 5]);
+  assert.equal(lfp.maxTextLength, 33554432);
+  const model = lfp.parse('-f interface eth0,in -k svc -v conn').toJSON();
+  assert.deepEqual(model.filter.children[0].interfaces, [{ name: 'eth0', direction: ',in' }]);
+  assert.deepEqual(model.sort, { type: 'none', index: 1, updates: 50 });
+  assert.deepEqual(lfp.parse('vl link7 -t application').toJSON(), { kind: 'vl', link: 'link7', dataType: 'application' });
+});
