@@ -10,5 +10,5 @@ cmake --workflow --preset dev --fresh
 
 web_start=$(date +%s)
 scripts/web.sh
-(cd web && LFP_LYTREQ="$PWD/../build/dev/tools/lytreq" node --test --test-reporter=dot test/)
+(cd web && LFP_LYTREQ="$PWD/../build/dev/tools/lytreq" node --test --test-reporter=dot test/*.test.js)
 echo "test: the web part took $(( $(date +%s) - web_start )) s"

@@ -51,10 +51,6 @@ function faultOf(json) {
   return new RequestError(fault.message, fault.start ?? null, fault.length ?? null, fault.suggestions ?? []);
 }
 
-function diagnosticsOf(list) {
-  return list;
-}
-
 class Library {
   constructor(module) {
     this.module = module;
@@ -64,15 +60,23 @@ class Library {
     this.slot = module._lfp_slot() >>> 2;
     this.inputAt = 0;
     this.inputCapacity = 0;
-    // Requests the caller dropped without free() are freed when collected.
-    this.registry = new FinalizationRegistry((handle) => module._lfp_free(handle));
+    this.input = this.heap.subarray(0, 0);
+    // Requests the caller dropped without free() are freed when collected;
+    // free() empties the cell instead of unregistering, which costs more.
+    this.registry = new FinalizationRegistry((cell) => {
+      if (cell.handle !== 0) module._lfp_free(cell.handle);
+    });
   }
 
+  // Views of the module's memory: a grown memory has a new buffer.
   views() {
-    if (this.heap.buffer !== this.memory.buffer) {
-      this.heap = new Uint8Array(this.memory.buffer);
-      this.words = new Uint32Array(this.memory.buffer);
-    }
+    if (this.heap.buffer !== this.memory.buffer) this.remap();
+  }
+
+  remap() {
+    this.heap = new Uint8Array(this.memory.buffer);
+    this.words = new Uint32Array(this.memory.buffer);
+    this.input = this.heap.subarray(this.inputAt, this.inputAt + this.inputCapacity);
   }
 
   // Writes `text` into the input buffer; its size in bytes.
@@ -81,15 +85,19 @@ class Library {
     if (text.length > MAX_TEXT_LENGTH) {
       throw new RequestError(`the text is longer than ${MAX_TEXT_LENGTH} UTF-16 code units`);
     }
-    const need = text.length * 3 + 1;
+    // UTF-8 takes at most 3 bytes for each UTF-16 code unit.
+    const need = text.length * 3;
     if (need > this.inputCapacity) {
-      const at = this.module._lfp_input(Math.max(need, 256));
+      const capacity = Math.max(need, 4096);
+      const at = this.module._lfp_input(capacity);
       if (at === 0) throw new RequestError('the module has no memory left for the text');
       this.inputAt = at;
-      this.inputCapacity = Math.max(need, 256);
+      this.inputCapacity = capacity;
+      this.remap();
+    } else {
+      this.views();
     }
-    this.views();
-    return encoder.encodeInto(text, this.heap.subarray(this.inputAt, this.inputAt + need)).written;
+    return encoder.encodeInto(text, this.input).written;
   }
 
   // The result the last call left.
@@ -116,12 +124,12 @@ class Library {
 // (or `using`, or when it is collected).
 class Request {
   #library;
-  #handle;
+  #cell;  // {handle}: 0 once freed; the finalizer sees the same cell
 
   constructor(library, handle) {
     this.#library = library;
-    this.#handle = handle;
-    library.registry.register(this, handle, this);
+    this.#cell = { handle };
+    library.registry.register(this, this.#cell);
   }
 
   get _library() {
@@ -129,15 +137,16 @@ class Request {
   }
 
   get _handle() {
-    if (this.#handle === 0) throw new Error('the request was freed');
-    return this.#handle;
+    const handle = this.#cell.handle;
+    if (handle === 0) throw new Error('the request was freed');
+    return handle;
   }
 
   free() {
-    if (this.#handle === 0) return;
-    this.#library.registry.unregister(this);
-    this.#library.module._lfp_free(this.#handle);
-    this.#handle = 0;
+    const handle = this.#cell.handle;
+    if (handle === 0) return;
+    this.#cell.handle = 0;
+    this.#library.module._lfp_free(handle);
   }
 
   [disposeSymbol]() {
@@ -179,7 +188,7 @@ class Request {
   fidelity(peer) {
     const lib = this.#library;
     lib.checked(lib.module._lfp_fidelity(this._handle, peerIn('fidelity', peer)));
-    return diagnosticsOf(JSON.parse(lib.result()));
+    return JSON.parse(lib.result());
   }
 
   toJSON() {
@@ -288,7 +297,7 @@ class LytFilterParser {
   lint(text) {
     const lib = this.#lib;
     const count = lib.checked(lib.module._lfp_lint(lib.write(text)));
-    return count === 0 ? [] : diagnosticsOf(JSON.parse(lib.result()));
+    return count === 0 ? [] : JSON.parse(lib.result());
   }
 
   convert(text, peer = 2) {
@@ -308,7 +317,7 @@ class LytFilterParser {
       ? new RequestError(done.refusal.message, done.refusal.start ?? null, done.refusal.length ?? null,
           done.refusal.suggestions ?? [])
       : null;
-    return { request: done.request, refusal, diagnostics: diagnosticsOf(done.diagnostics) };
+    return { request: done.request, refusal, diagnostics: done.diagnostics };
   }
 
   tokenize(text) {

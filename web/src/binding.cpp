@@ -187,11 +187,11 @@ std::string_view wordOf(WordKind kind, int code) {
   return readOnly;
 }
 
-// The column option words of one option value: the vocabulary lists each
-// option's values together, in the order of the options.
+// The column option words by option: the vocabulary lists each option's
+// values together, the options in the order direction, encryption,
+// compression, print, url; an option's words share their name (the text up
+// to and with '=').
 struct OptionWords {
-  // index of the first word of each option in the vocabulary's column
-  // option words, found by the option's name (the text up to '=').
   std::vector<std::pair<std::string_view, std::vector<const Word*>>> options;
 
   OptionWords() {

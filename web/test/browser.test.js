@@ -87,8 +87,8 @@ test('completion offers the vocabulary; a finding shows its code; the legacy mod
   await page.getByLabel('Request').click();
   await page.keyboard.type('-k sr');
   const option = page.locator('.cm-tooltip-autocomplete li').filter({ hasText: /^src/ }).first();
-  await option.waitFor();
-  await page.keyboard.press('Enter');
+  await option.click();  // the popup ignores keys for a moment after it opens
+  assert.equal(await page.locator('.cm-content').textContent(), '-k src');
   await page.keyboard.type(' -v wb -f src a -f or');
   const warning = lytreqBatch('parse', ['-k src -v wb -f src a -f or'])[0].warnings[0];
   await page.locator('.cm-lintRange-warning').first().waitFor();
