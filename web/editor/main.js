@@ -12,8 +12,8 @@ import { EditorView, keymap, placeholder } from '@codemirror/view';
 import load from 'lytfilterparser';
 
 const started = performance.now();
-// The module loads while the page builds the editor (the page preloads the
-// .wasm beside app.js).
+// The module loads while the page builds the editor (start.js began it, and
+// the page preloads the .wasm).
 const loading = load();
 const $ = (selector) => document.querySelector(selector);
 
@@ -350,7 +350,7 @@ loading.then((lfp) => {
   relint();
   const ready = performance.now();
   document.body.dataset.readyMs = String(Math.round(ready));
-  window.lfpReady = { sinceNavigation: ready, sinceScript: ready - started };
+  window.lfpReady = { sinceNavigation: ready, sinceScript: ready - started, module: window.lfpModuleReady ?? ready };
 }, (error) => {
   $('#status').textContent = `The library did not load: ${error.message}`;
 });
