@@ -166,7 +166,9 @@ class Request {
   }
 
   // Sets the resolved name of every module name from `map` (a Map or a plain
-  // object of name to resolved name).
+  // object of name to resolved name). A name the map lacks, or a resolved
+  // name that the request's text cannot carry (a blank, a bracket; the
+  // module says which), is refused.
   resolve(map) {
     const lib = this.#library;
     const lookup = map instanceof Map ? (name) => map.get(name) : (name) => (Object.hasOwn(map, name) ? map[name] : undefined);
@@ -175,9 +177,8 @@ class Request {
       const value = lookup(name);
       if (value === undefined) throw new RequestError(`no resolved name in the map for: ${name}`);
       if (typeof value !== 'string') throw new TypeError(`the resolved name of ${name} is not a string`);
-      const bad = uncarried(lib, value);
-      if (bad !== null) {
-        throw new RequestError(`the resolved name ${value} holds "${bad}", which a request cannot carry`);
+      if (value.includes('\0')) {
+        throw new RequestError(`the resolved name ${value} holds "\0", which a request cannot carry`);
       }
       resolved.push(value);
     }
@@ -204,15 +205,6 @@ class Request {
       return `[${this.constructor.name}: ${error.message}]`;
     }
   }
-}
-
-// A blank, a character of a bracket word, or a zero: what a resolved name
-// cannot carry through the request's text.
-function uncarried(lib, value) {
-  for (const ch of value) {
-    if (ch === ' ' || ch === '\0' || lib.brackets.has(ch)) return ch;
-  }
-  return null;
 }
 
 export class NetworkRequest extends Request {
@@ -278,7 +270,6 @@ class LytFilterParser {
       table.codes.map(([code, severity, meaning]) => Object.freeze({ code, severity, meaning })),
     );
     this._columns = Object.freeze(table.columns);
-    lib.brackets = new Set(this._words.filter((w) => w.kindName === 'bracket').map((w) => w.text));
   }
 
   // The request of `text`: a NetworkRequest, an E2ERequest, or null for a

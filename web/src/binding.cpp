@@ -375,6 +375,18 @@ struct Held {
 
 Held* held(std::uintptr_t handle) { return reinterpret_cast<Held*>(handle); }
 
+// The first character of `name` that a request's text cannot carry in a
+// resolved name (a blank, which separates, or a bracket word); 0 for none.
+char uncarried(const std::string& name) {
+  for (const char c : name) {
+    if (c == ' ') return c;
+    for (const Word& word : lytFilterParser::vocabulary()) {
+      if (word.kind == WordKind::Bracket && word.text.size() == 1 && word.text[0] == c) return c;
+    }
+  }
+  return 0;
+}
+
 // Runs `work`, which leaves its result itself; a message the library throws
 // becomes the result and the call answers -1.
 template <class Work>
@@ -520,7 +532,8 @@ EMSCRIPTEN_KEEPALIVE int lfp_module_names(std::uintptr_t handle) {
 }
 
 // Sets the resolved names: the input buffer holds one per module name, in
-// the order of the module names, each ended by a zero byte. 0 when taken.
+// the order of the module names, each ended by a zero byte. 0 when taken;
+// 1 with the message when a name cannot be carried or the request refuses.
 EMSCRIPTEN_KEEPALIVE int lfp_resolve(std::uintptr_t handle, std::size_t size) {
   return guarded([&] {
     strList resolved;
@@ -529,6 +542,12 @@ EMSCRIPTEN_KEEPALIVE int lfp_resolve(std::uintptr_t handle, std::size_t size) {
       const std::size_t end = all.find('\0', at);
       resolved.emplace_back(all, at, end - at);
       at = end + 1;
+    }
+    for (const std::string& name : resolved) {
+      if (const char c = uncarried(name)) {
+        give("the resolved name " + name + " holds \"" + std::string(1, c) + "\", which a request cannot carry");
+        return 1;
+      }
     }
     Held& h = *held(handle);
     strList names = h.request->getModuleNames();
