@@ -22,6 +22,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <utility>
@@ -395,6 +396,8 @@ int guarded(Work&& work) {
     return work();
   } catch (const std::string& message) {
     give(message);
+  } catch (const std::bad_alloc&) {
+    give("the module ran out of memory");
   } catch (const std::exception& e) {
     give(e.what());
   } catch (...) {
@@ -427,24 +430,31 @@ EMSCRIPTEN_KEEPALIVE char* lfp_input(std::size_t size) {
 // (extra KIND_NONE) or a refused one (KIND_FAULT, the result is the fault).
 EMSCRIPTEN_KEEPALIVE std::uintptr_t lfp_parse(std::size_t size) {
   slot.extra = KIND_NONE;
-  std::string text = input(size);
-  std::string error;
-  std::unique_ptr<LYTKovaRequest> request;
-  try {
-    request.reset(LYTKovaRequest::getLYTKovaRequest(text, error));
-  } catch (...) {
-    error = "unexpected failure";
-  }
-  if (!request) {
-    if (error.empty()) return 0;
+  std::uintptr_t handle = 0;
+  const int answer = guarded([&] {
+    std::string text = input(size);
+    std::string error;
+    std::unique_ptr<LYTKovaRequest> request(LYTKovaRequest::getLYTKovaRequest(text, error));
+    if (!request) {
+      if (error.empty()) return 0;
+      std::string out;
+      jsonFault(out, error, lytFilterParser::readRefusal(text), text);
+      give(std::move(out));
+      slot.extra = KIND_FAULT;
+      return 0;
+    }
+    slot.extra = dynamic_cast<NetworkKovaRequest*>(request.get()) ? KIND_NETWORK : KIND_VL;
+    handle = reinterpret_cast<std::uintptr_t>(new Held{std::move(request), std::move(text)});
+    return 0;
+  });
+  if (answer < 0) {
+    // A failure of the module itself (memory): a fault without a place.
     std::string out;
-    jsonFault(out, error, lytFilterParser::readRefusal(text), text);
+    jsonFault(out, result, std::nullopt, std::string());
     give(std::move(out));
     slot.extra = KIND_FAULT;
-    return 0;
   }
-  slot.extra = dynamic_cast<NetworkKovaRequest*>(request.get()) ? KIND_NETWORK : KIND_VL;
-  return reinterpret_cast<std::uintptr_t>(new Held{std::move(request), std::move(text)});
+  return handle;
 }
 
 EMSCRIPTEN_KEEPALIVE void lfp_free(std::uintptr_t handle) { delete held(handle); }
