@@ -153,7 +153,8 @@ function renderPeers(analysis) {
     tbody.append(element('tr', {},
       element('td', {}, String(peer)),
       element('td', { class: verdict?.valid ? 'valid' : 'invalid' }, cell),
-      element('td', {}, verdict ? String(verdict.losses.length) : '')));
+      element('td', {}, element('code', {}, verdict?.written ?? '')),
+      element('td', { class: 'loss' }, (verdict?.losses ?? []).map((d) => `${d.code}: ${d.message}`).join('; '))));
   }
   const chosen = verdicts[state.peer];
   $('#verdict').textContent = chosen === null ? 'No request.' : chosen.valid ? `Peer ${state.peer}: valid` : `Peer ${state.peer}: invalid: ${chosen.message}`;

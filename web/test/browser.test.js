@@ -67,6 +67,10 @@ test('type, see the marked word and the message, take a suggestion, switch peers
   await page.locator('#written').filter({ hasText: written[1] }).waitFor();
   assert.equal(await page.locator('#written').textContent(), written[1]);
   assert.equal(await page.locator('#columns tbody tr').count(), 2);
+  for (const peer of [1, 2, 3]) {
+    const row = page.locator('#summary tbody tr').filter({ has: page.locator('td:first-child', { hasText: String(peer) }) });
+    assert.equal(await row.locator('code').textContent(), written[peer]);
+  }
 
   await page.screenshot({ path: (mkdirSync(artifacts, { recursive: true }), join(artifacts, 'editor.png')), fullPage: true });
 
