@@ -267,8 +267,15 @@ std::vector<std::string> arrangeArguments(const std::vector<std::string>& args,
     if (taken.option->taker == Taker::Version) return {args[0], taken.option->name};
     if (taken.option->taker == Taker::Help) return {args[0], command.name, taken.option->name};
   }
+  std::size_t files = 0;
   for (const Taken& taken : options) {
     checkOption(taken, command, commands);
+    if (taken.option->value == OptionValue::File && taken.option->taker == Taker::Requests && ++files > 1) {
+      throw ArgumentError{std::string(taken.option->name) + " is taken once: give one file (cat several into " +
+                              "standard input)",
+                          command.name,
+                          {}};
+    }
     result.insert(result.end(), taken.arguments.begin(), taken.arguments.end());
   }
   addWords(result, words, command);

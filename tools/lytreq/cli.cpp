@@ -12,6 +12,7 @@
 #include "commands.h"
 #include "completion.h"
 #include "demo.h"
+#include "echo.h"
 #include "input.h"
 #include "keywords.h"
 #include "lytFilterParser/LibraryVersion.h"
@@ -31,15 +32,17 @@ const char* const kNoWarningsHelp = "Do not report warnings and notes";
 
 // The part of every request-taking subcommand's footer before its examples.
 const char* const kRequestNote =
-    "A REQUEST that starts with \"-\" is the request, not an option of lytreq.\n"
+    "A REQUEST that starts with \"-\" is the request, not an option of lytreq; words are\n"
+    "joined into one request, but several quoted requests are refused (use --file).\n"
     "Batch input (standard input or --file): one request per line; blank lines and lines\n"
-    "starting with \"#\" are skipped; a rejected line is reported as \"line N: ...\" on\n"
-    "standard error and the other lines go on; -n puts the input line number before each\n"
-    "line of a result.\n"
+    "starting with \"#\" are skipped; a rejected line is reported as\n"
+    "\"FILE:LINE:COLUMN: error: ...\" on standard error (<stdin> for standard input, COLUMN\n"
+    "in bytes) and the other lines go on; -n puts the input line number before each line\n"
+    "of a result.\n"
     "Warnings and notes of the library go to standard error after the result, as\n"
-    "\"lytreq: warning: MESSAGE [CODE]\" (\"line N: warning: ...\" in batch input) with the request\n"
-    "and a marker under the place; --strict makes a warning exit with status 1, --no-warnings\n"
-    "hides them.\n"
+    "\"lytreq: warning: MESSAGE [CODE]\" (\"FILE:LINE:COLUMN: warning: ...\" in batch input) with\n"
+    "the request and a marker under the place; --strict makes a warning exit with status 1,\n"
+    "--no-warnings hides them and skips the work of finding them.\n"
     "Exit status: 0 all requests succeeded, 1 one was rejected, 2 usage error.\n"
     "\n";
 
@@ -99,14 +102,13 @@ int runRequests(const Given& given, Streams& io, bool severalLines,
     io.err << "lytreq: reading requests from standard input, one per line (end with Ctrl-D)\n";
   }
   bool rejected = false;
-  bool first = true;
+  ReportWriter writer(WriteOptions{given.json, given.lineNumbers, severalLines}, io.out, io.err);
   forEachRequest(given.source, io.in, [&](const Request& request) {
     Report report = command(request.text);
     report.line = request.line;
+    report.file = request.file;
     if (given.noWarnings) report.dropDiagnostics();
-    if (severalLines && !given.json && !first) io.out << '\n';
-    first = false;
-    writeReport(report, given.json, given.lineNumbers, io.out, io.err);
+    writer.write(report);
     if (report.rejected()) rejected = true;
     for (const Diagnostic& diagnostic : report.diagnostics()) {
       if (given.strict && diagnostic.severity == lytFilterParser::Severity::Warning) rejected = true;
@@ -118,31 +120,43 @@ int runRequests(const Given& given, Streams& io, bool severalLines,
 int runParse(const Given& given, Streams& io) {
   std::optional<int> peer;
   if (given.peerGiven) peer = given.peer;
-  return runRequests(given, io, false, [&](const std::string& text) { return parseCommand(text, peer); });
+  const bool diagnose = !given.noWarnings;
+  return runRequests(given, io, false, [&](const std::string& text) { return parseCommand(text, peer, diagnose); });
 }
 
 int runCheck(const Given& given, Streams& io) {
-  if (given.allPeers) return runRequests(given, io, false, checkAllCommand);
-  return runRequests(given, io, false, [&](const std::string& text) { return checkCommand(text, given.peer); });
+  const bool diagnose = !given.noWarnings;
+  if (given.allPeers) {
+    return runRequests(given, io, false, [&](const std::string& text) { return checkAllCommand(text, diagnose); });
+  }
+  return runRequests(given, io, false,
+                     [&](const std::string& text) { return checkCommand(text, given.peer, diagnose); });
 }
 
 int runConvert(const Given& given, Streams& io) {
   return runRequests(given, io, false, [&](const std::string& text) { return convertCommand(text, given.peer); });
 }
 
-int runExplain(const Given& given, Streams& io) { return runRequests(given, io, true, explainCommand); }
+int runExplain(const Given& given, Streams& io) {
+  const bool diagnose = !given.noWarnings;
+  return runRequests(given, io, true, [&](const std::string& text) { return explainCommand(text, diagnose); });
+}
 
 int runColumns(const Given& given, Streams& io) {
-  return runRequests(given, io, true, [&](const std::string& text) { return columnsCommand(text, given.peer); });
+  const bool diagnose = !given.noWarnings;
+  return runRequests(given, io, true,
+                     [&](const std::string& text) { return columnsCommand(text, given.peer, diagnose); });
 }
 
 int runNames(const Given& given, Streams& io) {
-  return runRequests(given, io, true, [](const std::string& text) { return namesCommand(text); });
+  const bool diagnose = !given.noWarnings;
+  return runRequests(given, io, true, [&](const std::string& text) { return namesCommand(text, diagnose); });
 }
 
 int runResolve(const Given& given, Streams& io) {
   const NameMap map = readNameMap(given.map);
-  return runRequests(given, io, false, [&](const std::string& text) { return resolveCommand(text, map); });
+  const bool diagnose = !given.noWarnings;
+  return runRequests(given, io, false, [&](const std::string& text) { return resolveCommand(text, map, diagnose); });
 }
 
 int runKeywords(const Given& given, Streams& io) {
@@ -322,14 +336,14 @@ int dispatch(const Subcommand& row, CLI::App* command, Given& given, Streams& io
   try {
     return row.run(given, io);
   } catch (const UsageError& error) {
-    io.err << "lytreq: " << error.what() << '\n';
+    io.err << "lytreq: " << shown(error.what()) << '\n';
     return EXIT_USAGE;
   } catch (const std::string& message) {
     // A library fault outside the calls that report them per request.
-    io.err << "lytreq: " << message << '\n';
+    io.err << "lytreq: " << shown(message) << '\n';
     return EXIT_REJECTED;
   } catch (const std::exception& error) {
-    io.err << "lytreq: " << error.what() << '\n';
+    io.err << "lytreq: " << shown(error.what()) << '\n';
     return EXIT_REJECTED;
   }
 }
@@ -337,8 +351,8 @@ int dispatch(const Subcommand& row, CLI::App* command, Given& given, Streams& io
 // A call that lytreq cannot make: the message, hints, and where help is.
 int usageError(std::ostream& err, const std::string& message, const std::string& command,
                const std::vector<std::string>& hints) {
-  err << "lytreq: " << message << '\n';
-  for (const std::string& hint : hints) err << hint << '\n';
+  err << "lytreq: " << shown(message) << '\n';
+  for (const std::string& hint : hints) err << shown(hint) << '\n';
   err << "Try 'lytreq " << (command.empty() ? "" : command + " ") << "--help' for more information.\n";
   return EXIT_USAGE;
 }

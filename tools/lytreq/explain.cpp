@@ -8,6 +8,7 @@
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
+#include "echo.h"
 #include "words.h"
 
 namespace lytreq {
@@ -43,9 +44,11 @@ Json atomJson(const AtomFilter& atom) {
   return node;
 }
 
-// The nodes of the filter tree in walk order, each with its depth.
+// The nodes of the filter tree in walk order, each with its depth; none for
+// a request without a filter (an empty root).
 Json filterJson(const Filter& root) {
   Json nodes = Json::array();
+  if (root.getChildren().empty()) return nodes;
   std::vector<std::pair<const AbstractFilter*, int>> stack = {{&root, 0}};
   while (!stack.empty()) {
     const auto [node, depth] = stack.back();
@@ -107,13 +110,14 @@ Json networkJson(const NetworkKovaRequest& request) {
 // The words of a list, each followed by nothing but the blank between them.
 std::string joined(const Json& words) {
   std::string text;
-  for (const Json& word : words) text += (text.empty() ? "" : " ") + word.get<std::string>();
+  for (const Json& word : words) text += (text.empty() ? "" : " ") + shown(word.get<std::string>());
   return text;
 }
 
 std::string indent(std::size_t level) { return std::string(2 * std::min(level, kDeepestIndent), ' '); }
 
 void writeFilter(const Json& nodes, std::ostream& out) {
+  if (nodes.empty()) out << "  filter: none\n";
   for (const Json& node : nodes) {
     const std::size_t depth = node["depth"].get<std::size_t>();
     out << indent(depth + 1);
@@ -127,7 +131,7 @@ void writeFilter(const Json& nodes, std::ostream& out) {
     if (node["negated"].get<bool>()) out << ' ' << codeWord(WordKind::Negation, kNegated);
     if (node.contains("interfaces")) {
       for (const Json& item : node["interfaces"]) {
-        out << ' ' << item["name"].get<std::string>() << " (" << item["direction"].get<std::string>() << ')';
+        out << ' ' << shown(item["name"].get<std::string>()) << " (" << item["direction"].get<std::string>() << ')';
       }
     } else if (!node["names"].empty()) {
       out << ' ' << joined(node["names"]);
@@ -174,14 +178,14 @@ void writeExplanation(const Report& report, std::ostream& out) {
         << codeWord(WordKind::SortOption, kSortIndex) << sort["index"].get<int>() << ' ' << codeWord(WordKind::SortOption, kSortUpdates)
         << sort["updates"].get<int>() << '\n';
   } else {
-    out << "  name: " << tree["name"].get<std::string>() << '\n';
+    out << "  name: " << shown(tree["name"].get<std::string>()) << '\n';
     out << "  data type: " << tree["dataType"].get<std::string>() << '\n';
   }
   if (!report.peers) return;
   for (const PeerVerdict& verdict : *report.peers) {
-    out << "peer " << verdict.peer << ": " << (verdict.valid ? "valid" : "invalid: " + verdict.message) << '\n';
+    out << "peer " << verdict.peer << ": " << (verdict.valid ? "valid" : "invalid: " + shown(verdict.message)) << '\n';
     for (const Diagnostic& loss : verdict.losses) {
-      out << "  " << lytFilterParser::severityName(loss.severity) << ": " << loss.message << " [" << loss.code
+      out << "  " << lytFilterParser::severityName(loss.severity) << ": " << shown(loss.message) << " [" << loss.code
           << "]\n";
     }
   }

@@ -1,4 +1,5 @@
 // lytreq: the operator's command-line tool over lytFilterParser.
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <iostream>
@@ -9,5 +10,8 @@
 
 int main(int argc, char** argv) {
   std::vector<std::string> args(argv, argv + argc);
+  // A closed standard input reads as empty through iostreams: mark it, so
+  // that a subcommand reading it says so instead of succeeding on nothing.
+  if (fcntl(STDIN_FILENO, F_GETFD) == -1) std::cin.setstate(std::ios::badbit);
   return lytreq::run(args, std::cin, std::cout, std::cerr, isatty(STDIN_FILENO) != 0);
 }
