@@ -1,6 +1,7 @@
 #include "cli.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <functional>
 #include <iterator>
@@ -23,12 +24,8 @@ namespace lytreq {
 namespace {
 
 const char* const kRequestHelp = "The request; \"-\" or none: read requests from standard input";
-const char* const kFileHelp = "Read requests from FILE (\"-\": standard input), one per line";
 const char* const kJsonHelp = "Write one JSON object per request";
-const char* const kLineNumberHelp = "Put the input line number and a colon before each line of a result";
 const char* const kShellHelp = "bash or zsh";
-const char* const kStrictHelp = "Exit with status 1 when the library warns about a request";
-const char* const kNoWarningsHelp = "Do not report warnings and notes";
 
 // The part of every request-taking subcommand's footer before its examples.
 const char* const kRequestNote =
@@ -94,6 +91,12 @@ struct Subcommand {
   const char* argument;  // the name of its one plain argument, or nullptr
   int (*run)(const Given& given, Streams& io);
 };
+
+// What the arrangement of the arguments and the completion know of `row`.
+CommandShape shapeOf(const Subcommand& row) {
+  return CommandShape{row.name, row.takesRequests, row.peer.has_value(), row.peer && row.peer->all,
+                      row.takesMap, row.jsonHelp != nullptr, row.legacy, row.argument};
+}
 
 // Runs `command` on every request of `given` and writes the reports.
 int runRequests(const Given& given, Streams& io, bool severalLines,
@@ -274,37 +277,55 @@ std::string requestFooter(const char* text) {
   return result;
 }
 
-// Adds `row` to `app`, its options writing into `given`.
+// The --peer value `value`: a number in the row's range, or "all" where the
+// subcommand takes it; the message for anything else.
+std::string checkPeer(const PeerOption& peer, const std::string& value) {
+  if (peer.all && value == kAllPeers) return std::string();
+  int number = 0;
+  const char* end = value.data() + value.size();
+  const auto read = std::from_chars(value.data(), end, number);
+  if (value.empty() || read.ec != std::errc() || read.ptr != end) {
+    return value + " is not a number" + (peer.all ? std::string(" nor ") + kAllPeers : std::string());
+  }
+  return CLI::Range(peer.low, peer.high)(const_cast<std::string&>(value));
+}
+
+// Declares the option `option` of kToolOptions on `command`, bound to `given`.
+void addOption(CLI::App* command, const Subcommand& row, const ToolOption& option, Given& given) {
+  std::string names = option.name;
+  if (option.shortName != nullptr) names = std::string(option.shortName) + "," + names;
+  switch (option.id) {
+    case OptionId::Json: command->add_flag(names, given.json, row.jsonHelp); return;
+    case OptionId::LineNumber: command->add_flag(names, given.lineNumbers, option.help); return;
+    case OptionId::Strict: command->add_flag(names, given.strict, option.help); return;
+    case OptionId::NoWarnings: command->add_flag(names, given.noWarnings, option.help); return;
+    case OptionId::File: command->add_option(names, given.file, option.help)->type_name("FILE"); return;
+    case OptionId::Map: command->add_option(names, given.map, option.help)->required()->type_name("FILE"); return;
+    case OptionId::Peer: {
+      const PeerOption peer = *row.peer;
+      given.peer = peer.fallback;
+      given.peerText = std::to_string(peer.fallback);
+      CLI::Option* added =
+          command->add_option(names, given.peerText, peer.help)
+              ->check(CLI::Validator([peer](std::string& value) { return checkPeer(peer, value); }, ""));
+      added->type_name(peer.all ? "N|all" : "N");
+      if (peer.showDefault) added->capture_default_str();
+      return;
+    }
+    case OptionId::Help:
+    case OptionId::Version: return;  // the app's own
+  }
+}
+
+// Adds `row` to `app`, its options (those of kToolOptions it takes) writing into `given`.
 CLI::App* addSubcommand(CLI::App& app, const Subcommand& row, Given& given) {
   CLI::App* command = app.add_subcommand(row.name, row.description);
-  if (row.takesRequests) {
-    command->add_option("REQUEST", given.source.words, kRequestHelp);
-    command->add_option("--file", given.file, kFileHelp)->type_name("FILE");
-    command->add_flag("-n,--line-number", given.lineNumbers, kLineNumberHelp);
-    command->add_flag("--strict", given.strict, kStrictHelp);
-    command->add_flag("--no-warnings", given.noWarnings, kNoWarningsHelp);
+  if (row.takesRequests) command->add_option("REQUEST", given.source.words, kRequestHelp);
+  const CommandShape shape = shapeOf(row);
+  for (const ToolOption& option : toolOptionTable()) {
+    if (takes(shape, option.taker)) addOption(command, row, option, given);
   }
-  if (row.jsonHelp != nullptr) command->add_flag("--json", given.json, row.jsonHelp);
   if (row.argument != nullptr) command->add_option(row.argument, given.shell, kShellHelp)->required();
-  if (row.peer) {
-    given.peer = row.peer->fallback;
-    given.peerText = std::to_string(row.peer->fallback);
-    // A number in the range, or "all" where the subcommand takes it; the
-    // range's own message for anything else.
-    const CLI::Range range(row.peer->low, row.peer->high);
-    const bool all = row.peer->all;
-    CLI::Option* peer = command->add_option("--peer", given.peerText, row.peer->help)
-                            ->check(CLI::Validator(
-                                [range, all](std::string& value) {
-                                  return all && value == kAllPeers ? std::string() : range(value);
-                                },
-                                ""));
-    peer->type_name(all ? "N|all" : "N");
-    if (row.peer->showDefault) peer->capture_default_str();
-  }
-  if (row.takesMap) {
-    command->add_option("--map", given.map, "Map file: lines \"name resolved\"")->required()->type_name("FILE");
-  }
   command->footer(row.takesRequests ? requestFooter(row.footer) : std::string(row.footer));
   return command;
 }
@@ -370,10 +391,7 @@ int checkWritten(int status, std::ostream& out, std::ostream& err) {
 
 std::vector<CommandShape> shapes() {
   std::vector<CommandShape> result;
-  for (const Subcommand& row : kSubcommands) {
-    result.push_back(CommandShape{row.name, row.takesRequests, row.peer.has_value(), row.peer && row.peer->all,
-                                  row.takesMap, row.jsonHelp != nullptr, row.legacy, row.argument});
-  }
+  for (const Subcommand& row : kSubcommands) result.push_back(shapeOf(row));
   return result;
 }
 
