@@ -133,7 +133,7 @@ int runCheck(const Given& given, Streams& io) {
     return runRequests(given, io, false, [&](const std::string& text) { return checkAllCommand(text, diagnose); });
   }
   return runRequests(given, io, false,
-                     [&](const std::string& text) { return checkCommand(text, given.peer, diagnose); });
+                     [&](const std::string& text) { return checkCommand(text, given.peer, diagnose, given.json); });
 }
 
 int runConvert(const Given& given, Streams& io) {

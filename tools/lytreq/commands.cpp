@@ -90,8 +90,10 @@ struct Written {
 // a text for it, so only the verdict could come of them.
 // `own`, when given, is `request` itself, checked in place instead of a
 // copy: a caller that needs the request no more saves a copy of every name.
+// Without `placed` a refusal has no place (nobody shows it), which spares
+// finding the item to blame.
 PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int peer, bool diagnose,
-                  Written* written = nullptr, NetworkKovaRequest* own = nullptr) {
+                  Written* written = nullptr, NetworkKovaRequest* own = nullptr, bool placed = true) {
   PeerVerdict verdict;
   verdict.peer = peer;
   const TavVersion version = static_cast<TavVersion>(peer);
@@ -102,7 +104,9 @@ PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int pe
   }
   if (checked != nullptr) {
     try {
-      if (const auto refusal = lytFilterParser::validate(text, *checked, version)) {
+      if (!placed) {
+        if (!checked->isValid(version, verdict.message)) return verdict;
+      } else if (const auto refusal = lytFilterParser::validate(text, *checked, version)) {
         verdict.message = refusal->message;
         verdict.where = Span{refusal->start, refusal->length};
         return verdict;
@@ -208,7 +212,7 @@ Report parseCommand(const std::string& text, std::optional<int> peer, bool diagn
   return report;
 }
 
-Report checkCommand(const std::string& text, int peer, bool diagnose) {
+Report checkCommand(const std::string& text, int peer, bool diagnose, bool placed) {
   Report report = start(text);
   report.verdict = true;
   report.peer = peer;
@@ -220,7 +224,7 @@ Report checkCommand(const std::string& text, int peer, bool diagnose) {
   // Both checks on the request itself, no copy: the oldest peer first, whose
   // checks complete the request as the check for `peer` would.
   report.minimalPeer = minimalPeer(text, *request);
-  PeerVerdict verdict = judge(text, *request, peer, diagnose, nullptr, request);
+  PeerVerdict verdict = judge(text, *request, peer, diagnose, nullptr, request, placed);
   report.valid = verdict.valid;
   report.message = verdict.message;
   report.where = verdict.where;

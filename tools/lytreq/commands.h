@@ -94,7 +94,8 @@ typedef std::map<std::string, std::string> NameMap;
 Report parseCommand(const std::string& text, std::optional<int> peer, bool diagnose = true);
 // Validation for `peer` and the oldest peer that accepts the request, with
 // what the text for the peer loses.
-Report checkCommand(const std::string& text, int peer, bool diagnose = true);
+// Without `placed` the refusal has no place (text output shows none).
+Report checkCommand(const std::string& text, int peer, bool diagnose = true, bool placed = true);
 // Validation for every peer, 1 to 3.
 Report checkAllCommand(const std::string& text, bool diagnose = true);
 // The request as a tree with every default, its columns and every peer's

@@ -219,7 +219,10 @@ ReportWriter::ReportWriter(WriteOptions options, std::ostream& out, std::ostream
 void ReportWriter::write(const Report& report) {
   if (options_.json) {
     out_ << jsonLine(reportJson(report)) << '\n';
-    if (report.fault && report.line > 0) writeFaultLine(report, err_);
+    if (report.fault && report.line > 0) {
+      out_.flush();
+      writeFaultLine(report, err_);
+    }
   } else if (options_.lineNumbers) {
     // Every line carries its request's number: no separator is needed.
     writeNumberedText(report, out_);
@@ -236,12 +239,14 @@ void ReportWriter::write(const Report& report) {
     // One line per request line: paste(1) can put the input beside it.
     if (report.fault && report.oneLine && report.line > 0) out_ << '\n';
   }
-  if (!options_.json) {
+  if (!options_.json && (report.fault || !report.diagnostics().empty())) {
+    // What goes to standard error stands after the result it is about, also
+    // where both streams reach one terminal.
+    out_.flush();
     writeFault(report, err_);
     writeDiagnostics(report, err_);
+    err_.flush();
   }
-  out_.flush();
-  err_.flush();
 }
 
 }  // namespace lytreq

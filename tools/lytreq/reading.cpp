@@ -13,7 +13,8 @@ Fault faultOf(const lytFilterParser::Refusal& refusal) {
 
 }  // namespace
 
-bool isBlank(const std::string& text) { return tokenSpans(text).empty(); }
+// Blanks alone separate tokens: any other character is part of one.
+bool isBlank(const std::string& text) { return text.find_first_not_of(' ') == std::string::npos; }
 
 Reading readRequest(const std::string& text) {
   Reading reading;
