@@ -6,6 +6,7 @@
 #include "lytFilterParser/diagnostics/Diagnostic.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/Filter.h"
+#include "lytFilterParser/filter/FilterVisitor.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "echo.h"
@@ -29,42 +30,56 @@ Json atomJson(const AtomFilter& atom) {
   Json node;
   node["type"] = valueTypeWord(atom.getFilterType());
   node["negated"] = atom.isNegated();
-  if (const auto* interfaces = dynamic_cast<const InterfaceAtomFilter*>(&atom)) {
-    Json items = Json::array();
-    for (const InterfaceInfo& item : interfaces->getInterfaces()) {
-      Json entry;
-      entry["name"] = item.getName();
-      entry["direction"] = directionWord(item.getDirection());
-      items.push_back(entry);
-    }
-    node["interfaces"] = items;
-  } else if (const auto* content = dynamic_cast<const ContentFilterBase*>(&atom)) {
-    node["names"] = namesJson(content->getEntities());
-  }
   return node;
 }
 
-// The nodes of the filter tree in walk order, each with its depth; none for
-// a request without a filter (an empty root).
-Json filterJson(const Filter& root) {
+// The nodes of a filter tree in walk order, each with its depth, as the
+// library's walk hands them.
+class FilterNodes : public lytFilterParser::FilterVisitor {
+ public:
   Json nodes = Json::array();
-  if (root.getChildren().empty()) return nodes;
-  std::vector<std::pair<const AbstractFilter*, int>> stack = {{&root, 0}};
-  while (!stack.empty()) {
-    const auto [node, depth] = stack.back();
-    stack.pop_back();
+
+  bool enter(const Filter& filter, std::size_t depth) override {
+    Json& entry = add(depth);
+    entry["operator"] = codeWord(WordKind::FilterOperator, filter.getOperator());
+    return true;
+  }
+  bool content(const ContentFilter& atom, std::size_t depth) override {
+    Json& entry = add(depth);
+    entry.update(atomJson(atom));
+    entry["names"] = namesJson(atom.getEntities());
+    return true;
+  }
+  bool interfaces(const InterfaceAtomFilter& atom, std::size_t depth) override {
+    Json& entry = add(depth);
+    entry.update(atomJson(atom));
+    Json items = Json::array();
+    for (const InterfaceInfo& item : atom.getInterfaces()) {
+      Json interface;
+      interface["name"] = item.getName();
+      interface["direction"] = directionWord(item.getDirection());
+      items.push_back(interface);
+    }
+    entry["interfaces"] = items;
+    return true;
+  }
+
+ private:
+  Json& add(std::size_t depth) {
     Json entry;
     entry["depth"] = depth;
-    if (const auto* compound = dynamic_cast<const Filter*>(node)) {
-      entry["operator"] = codeWord(WordKind::FilterOperator, compound->getOperator());
-      const Filter::Children& children = compound->getChildren();
-      for (auto child = children.rbegin(); child != children.rend(); ++child) stack.emplace_back(child->get(), depth + 1);
-    } else {
-      entry.update(atomJson(static_cast<const AtomFilter&>(*node)));
-    }
     nodes.push_back(std::move(entry));
+    return nodes.back();
   }
-  return nodes;
+};
+
+// The nodes of the filter tree; none for a request without a filter (an
+// empty root).
+Json filterJson(const Filter& root) {
+  if (root.getChildren().empty()) return Json::array();
+  FilterNodes nodes;
+  lytFilterParser::walkFilterTree(root, nodes);
+  return std::move(nodes.nodes);
 }
 
 Json columnJson(const TavColumn& column, const Column* query) {
