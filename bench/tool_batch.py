@@ -9,6 +9,11 @@ process), over the lines.
 
 Usage: bench/tool_batch.py [--build-dir DIR] [--no-build] [--lines N]
 
+Then the echo's scaling: check of one line with 5,000 and with 20,000
+names, each name beyond the first 1,000 a duplicate-name note echoed under
+the line; the time per note stays flat (at most 1.5x) when the tool's time
+is linear in its input and its findings.
+
 Builds DIR (default build/bench-tool: the bench preset's settings, Release
 -O2, with the tools) and prints a Markdown table with the targets: at most
 2x with --no-warnings, which skips the diagnostics, and at most 3x with them.
@@ -73,7 +78,31 @@ def main():
             missed += 0 if met else 1
             print("| lytreq %s --file | %.0f | %.2fx | <= %gx %s |" % (label, ns, ratio, limit,
                                                                      "met" if met else "**missed**"))
+        missed += findings_scaling(tool, work)
     return 1 if missed else 0
+
+
+def findings_scaling(tool, work):
+    """check of one line with N duplicate names (N - 1,000 duplicate-name
+    notes, each echoed under the line): the time per note at 20,000 names
+    against 5,000, which stays flat when the echo costs its window and not
+    the whole line for every note."""
+    per_note = {}
+    print("\n| one line, N names of 1,000 distinct | bytes | ms | us per note |")
+    print("|---|---:|---:|---:|")
+    for names in (5000, 20000):
+        path = os.path.join(work, "names_%d.txt" % names)
+        line = "-k src " + " ".join("n%d" % (i % 1000) for i in range(names)) + " -v wb\n"
+        with open(path, "w") as f:
+            f.write(line)
+        ns = fastest_run([tool, "check", "--file", path])
+        per_note[names] = ns / (names - 1000)
+        print("| %d | %d | %.1f | %.2f |" % (names, len(line), ns / 1e6, per_note[names] / 1e3))
+    ratio = per_note[20000] / per_note[5000]
+    met = ratio <= 1.5
+    print("\nPer note at 20,000 names against 5,000: %.2fx (target: at most 1.5x, linear) %s"
+          % (ratio, "met" if met else "**missed**"))
+    return 0 if met else 1
 
 
 if __name__ == "__main__":
