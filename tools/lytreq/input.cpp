@@ -111,7 +111,7 @@ void forEachRequest(const Source& source, std::istream& in, const std::function<
     if (!text.empty()) text += ' ';
     text += word;
   }
-  handle(Request{text, 0});
+  handle(Request{text, 0, {}});
 }
 
 NameMap readNameMap(const std::string& path) {
