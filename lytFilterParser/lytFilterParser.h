@@ -74,6 +74,7 @@
 #include "lytFilterParser/filter/ContentFilter.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/Filter.h"
+#include "lytFilterParser/filter/FilterVisitor.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 #include "lytFilterParser/filter/InterfaceInfo.h"
 #include "lytFilterParser/filter/InterfaceInfoList.h"

@@ -19,7 +19,11 @@
 // says a token is missing ("Expected type at this point but there is no
 // data", "`]` expected", "Sort type expected"). Each header says what its
 // readers throw. The entry points below catch these messages and hand them
-// back in their error argument.
+// back in their error argument. A std::string is no std::exception: a
+// caller that reads with the throwing constructors, validates or writes
+// catches `const std::string&` (a handler for std::exception alone lets the
+// message end the program); what the standard library throws
+// (std::bad_alloc) passes as it is.
 class LFP_API LYTKovaRequest {
  public:
   LYTKovaRequest() = default;

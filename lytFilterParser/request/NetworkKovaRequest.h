@@ -35,6 +35,11 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
   // caller's list. Then the translated words are read as parse reads.
   NetworkKovaRequest(strList& tokens, TavVersion version);
   NetworkKovaRequest(const NetworkKovaRequest& other) = default;
+  // Copies filter, columns, sort and updates of `other`. Assigning a request
+  // to itself empties its filter, as Filter's self-assignment does (it
+  // deletes its children before cloning the other's, which are the same):
+  // the columns and the sort stay. Throws nothing of its own (std::bad_alloc
+  // passes).
   NetworkKovaRequest& operator=(const NetworkKovaRequest& other) = default;
   ~NetworkKovaRequest() override;
 
@@ -64,12 +69,27 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
   void setSortType(TavSortType type) { sortType = type; }
   void setSortIndex(long index) { sortIndex = static_cast<int>(index); }
 
-  // Validation for a peer version: false with one message in `error`.
-  // Completes the request in place (conn rate -> concurrent, session rate ->
-  // new, dynamic view sort none -> top).
+  // Validation for a peer version: true when a peer of `version` serves the
+  // request; false with one message in `error` ("Support only one value
+  // column"). `error` is written only on a refusal: after true it still
+  // holds whatever it held before.
+  // Changes the request, accepted or not: validation completes it as a peer
+  // reads it (a "conn" value with acc=rate becomes acc=concurrent, a session
+  // value with acc=rate acc=new, a dynamic view - no key names - without a
+  // sort gets "-s top"), so dump() afterwards writes the completed request.
+  // Validate a copy to keep the request as it was read.
+  // Throws the std::string "Not a valid argument for type" for a telNumber
+  // key beside a session value (the message would name the type, which has
+  // no keyword to write).
   bool isValid(TavVersion version, std::string& error);
+  // isValid for the current version (3).
   bool isValid(std::string& error);
-  // The oldest version 0..3 that accepts the request, 4 when none does.
+  // The oldest version whose isValid accepts the request (1 to 3; version 0
+  // refuses every request), 4 when none does. Runs isValid for 0, 1, 2, 3 in
+  // turn and stops at the first that accepts, so it completes the request as
+  // isValid does, and `error` keeps the message of the last version that
+  // refused (also next to an answer of 1 to 3: "This version is not
+  // supported" at least). Throws what isValid throws.
   int getMinimalValidVersion(std::string& error);
 
   // 1-based catalogue positions of keys then values.

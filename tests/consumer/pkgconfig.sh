@@ -13,8 +13,12 @@ prefix=$(cd "$1" && pwd)
 out=${2:-$(mktemp -d)}
 mkdir -p "$out"
 
-libdir=$(PKG_CONFIG_PATH="$prefix/lib/pkgconfig" pkg-config --variable=libdir lytFilterParser)
+# The README's lines, as printed: the program finds the library by its rpath,
+# without LD_LIBRARY_PATH.
+export PKG_CONFIG_PATH="$prefix/lib/pkgconfig"
+cd "$out"
+cp "$here/main.cpp" app.cpp
 # shellcheck disable=SC2046
-g++ -std=c++17 -o "$out/lfp_consumer_pc" "$here/main.cpp" \
-  $(PKG_CONFIG_PATH="$prefix/lib/pkgconfig" pkg-config --cflags --libs lytFilterParser)
-LD_LIBRARY_PATH="$libdir${LD_LIBRARY_PATH:+:$LD_LIBRARY_PATH}" "$out/lfp_consumer_pc"
+g++ -std=c++17 app.cpp $(pkg-config --cflags --libs lytFilterParser) \
+  -Wl,-rpath,"$(pkg-config --variable=libdir lytFilterParser)"
+env -u LD_LIBRARY_PATH ./a.out

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 
 #include "words.h"
 
@@ -10,40 +9,21 @@ namespace lytreq {
 
 namespace {
 
-// Which subcommands take an option: Help and Version are the tool's own,
-// taken with any subcommand or none.
-enum class Taker { Requests, Peer, Map, Json, Help, Version };
-
-struct ToolOption {
-  const char* name;
-  const char* shortName;  // or nullptr
-  OptionValue value;
-  Taker taker;
+const std::vector<ToolOption> kToolOptions = {
+    {OptionId::Json, "--json", nullptr, OptionValue::None, Taker::Json, nullptr},
+    {OptionId::LineNumber, "--line-number", "-n", OptionValue::None, Taker::Requests,
+     "Put the input line number and a colon before each line of a result"},
+    {OptionId::File, "--file", nullptr, OptionValue::File, Taker::Requests,
+     "Read requests from FILE (\"-\": standard input), one per line"},
+    {OptionId::Strict, "--strict", nullptr, OptionValue::None, Taker::Requests,
+     "Exit with status 1 when the library warns about a request"},
+    {OptionId::NoWarnings, "--no-warnings", nullptr, OptionValue::None, Taker::Requests,
+     "Do not look for warnings and notes, nor report them"},
+    {OptionId::Peer, "--peer", nullptr, OptionValue::Number, Taker::Peer, nullptr},
+    {OptionId::Map, "--map", nullptr, OptionValue::File, Taker::Map, "Map file: lines \"name resolved\""},
+    {OptionId::Help, "--help", "-h", OptionValue::None, Taker::Help, "Print this help message and exit"},
+    {OptionId::Version, "--version", nullptr, OptionValue::None, Taker::Version, "Display program version information and exit"},
 };
-
-const ToolOption kToolOptions[] = {
-    {"--json", nullptr, OptionValue::None, Taker::Json},
-    {"--line-number", "-n", OptionValue::None, Taker::Requests},
-    {"--file", nullptr, OptionValue::File, Taker::Requests},
-    {"--strict", nullptr, OptionValue::None, Taker::Requests},
-    {"--no-warnings", nullptr, OptionValue::None, Taker::Requests},
-    {"--peer", nullptr, OptionValue::Number, Taker::Peer},
-    {"--map", nullptr, OptionValue::File, Taker::Map},
-    {"--help", "-h", OptionValue::None, Taker::Help},
-    {"--version", nullptr, OptionValue::None, Taker::Version},
-};
-
-bool takes(const CommandShape& command, Taker taker) {
-  switch (taker) {
-    case Taker::Requests: return command.takesRequests;
-    case Taker::Peer: return command.takesPeer;
-    case Taker::Map: return command.takesMap;
-    case Taker::Json: return command.takesJson;
-    case Taker::Help:
-    case Taker::Version: return true;
-  }
-  return false;
-}
 
 const ToolOption* findOption(const std::string& name) {
   for (const ToolOption& option : kToolOptions) {
@@ -51,6 +31,9 @@ const ToolOption* findOption(const std::string& name) {
   }
   return nullptr;
 }
+
+// The option name of an argument, without its "=value".
+std::string optionName(const std::string& arg) { return arg.substr(0, arg.find('=')); }
 
 // An argument lytreq reads as one of its options: any "--word", and a short
 // option of the tool that is no word of the request syntax.
@@ -105,15 +88,19 @@ void suggest(ArgumentError& error, const std::string& word, const std::vector<st
   if (!nearest.empty()) error.hints.push_back("Did you mean: " + nearest);
 }
 
-[[noreturn]] void unknownOption(const std::string& name, const CommandShape* command) {
+// The option named in `arg`; an unknown one is an error that suggests the
+// nearest option `command` takes (any option before the subcommand).
+const ToolOption& knownOption(const std::string& arg, const CommandShape* command) {
+  const std::string name = optionName(arg);
+  if (const ToolOption* option = findOption(name)) return *option;
   ArgumentError error{"unknown option: " + name, command != nullptr ? command->name : "", {}};
   suggest(error, name, optionNames(command));
   throw error;
 }
 
-// The subcommands that take `option`, for the message that `command` does not.
-[[noreturn]] void notTaken(const ToolOption& option, const CommandShape& command,
-                           const std::vector<CommandShape>& commands) {
+// An option that `command` does not take names the subcommands that do.
+void checkTaken(const ToolOption& option, const CommandShape& command, const std::vector<CommandShape>& commands) {
+  if (takes(command, option.taker)) return;
   std::vector<std::string> takers;
   for (const CommandShape& other : commands) {
     if (takes(other, option.taker)) takers.emplace_back(other.name);
@@ -122,53 +109,6 @@ void suggest(ArgumentError& error, const std::string& word, const std::vector<st
                           (takers.size() == 1 ? " does)" : " do)"),
                       command.name,
                       {}};
-}
-
-bool isNumber(const std::string& text) {
-  int number = 0;
-  const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, number);
-  return !text.empty() && result.ec == std::errc() && result.ptr == end;
-}
-
-// One option, checked against `command`, in its long form with its value as
-// the next argument.
-struct Taken {
-  const ToolOption* option;
-  std::vector<std::string> arguments;
-};
-
-// Reads the option at args[i] and its value; `i` is left on its last argument.
-Taken readOption(const std::vector<std::string>& args, std::size_t& i) {
-  const std::string& arg = args[i];
-  const std::size_t equals = arg.find('=');
-  const std::string name = arg.substr(0, equals);
-  const ToolOption* option = findOption(name);
-  if (option == nullptr) unknownOption(name, nullptr);
-  Taken taken{option, {option->name}};
-  if (option->value == OptionValue::None) {
-    if (equals != std::string::npos) throw ArgumentError{name + " takes no value", "", {}};
-    return taken;
-  }
-  if (equals != std::string::npos) {
-    taken.arguments.push_back(arg.substr(equals + 1));
-  } else if (i + 1 < args.size()) {
-    taken.arguments.push_back(args[++i]);
-  } else {
-    throw ArgumentError{name + " needs a value", "", {}};
-  }
-  return taken;
-}
-
-void checkOption(const Taken& taken, const CommandShape& command, const std::vector<CommandShape>& commands) {
-  if (!takes(command, taken.option->taker)) notTaken(*taken.option, command, commands);
-  if (taken.option->taker == Taker::Peer && !isNumber(taken.arguments[1]) &&
-      !(command.takesAllPeers && taken.arguments[1] == kAllPeers)) {
-    throw ArgumentError{"--peer: " + taken.arguments[1] + " is not a number" +
-                            (command.takesAllPeers ? std::string(" nor ") + kAllPeers : std::string()),
-                        command.name,
-                        {}};
-  }
 }
 
 const CommandShape& findCommand(const std::string& word, const std::vector<CommandShape>& commands) {
@@ -207,14 +147,42 @@ void addWords(std::vector<std::string>& result, const std::vector<std::string>& 
                       {}};
 }
 
-bool asksHelpOrVersion(const std::vector<Taken>& options) {
-  for (const Taken& taken : options) {
-    if (taken.option->taker == Taker::Help || taken.option->taker == Taker::Version) return true;
+// The help or version option among `taken`: the version first, as it wins
+// over everything else of the call, then help.
+const ToolOption* helpOrVersion(const std::vector<const ToolOption*>& taken) {
+  for (Taker taker : {Taker::Version, Taker::Help}) {
+    for (const ToolOption* option : taken) {
+      if (option->taker == taker) return option;
+    }
   }
-  return false;
+  return nullptr;
+}
+
+// Moves the option at args[i], and its value when it stands apart, to
+// `options`; `i` is left on its last argument.
+void takeOption(const std::vector<std::string>& args, std::size_t& i, const ToolOption& option,
+                std::vector<std::string>& options) {
+  options.push_back(args[i]);
+  if (option.value != OptionValue::None && args[i].find('=') == std::string::npos && i + 1 < args.size()) {
+    options.push_back(args[++i]);
+  }
 }
 
 }  // namespace
+
+const std::vector<ToolOption>& toolOptionTable() { return kToolOptions; }
+
+bool takes(const CommandShape& command, Taker taker) {
+  switch (taker) {
+    case Taker::Requests: return command.takesRequests;
+    case Taker::Peer: return command.takesPeer;
+    case Taker::Map: return command.takesMap;
+    case Taker::Json: return command.takesJson;
+    case Taker::Help:
+    case Taker::Version: return true;
+  }
+  return false;
+}
 
 std::vector<ToolOptionName> toolOptions(const CommandShape* command) {
   std::vector<ToolOptionName> names;
@@ -242,10 +210,14 @@ std::string nearestWord(const std::string& word, const std::vector<std::string>&
 
 std::vector<std::string> arrangeArguments(const std::vector<std::string>& args,
                                           const std::vector<CommandShape>& commands) {
-  std::vector<Taken> options;
+  std::vector<std::string> options;
+  std::vector<const ToolOption*> taken;
   std::size_t i = 1;
-  for (; i < args.size() && isOptionLike(args[i]); ++i) options.push_back(readOption(args, i));
-  if (i == args.size() && asksHelpOrVersion(options)) return args;
+  for (; i < args.size() && isOptionLike(args[i]); ++i) {
+    taken.push_back(&knownOption(args[i], nullptr));
+    takeOption(args, i, *taken.back(), options);
+  }
+  if (i == args.size() && helpOrVersion(taken) != nullptr) return args;
   const CommandShape& command = findCommand(i < args.size() ? args[i] : std::string(), commands);
   std::vector<std::string> words;
   for (++i; i < args.size(); ++i) {
@@ -253,24 +225,23 @@ std::vector<std::string> arrangeArguments(const std::vector<std::string>& args,
       words.insert(words.end(), args.begin() + static_cast<std::ptrdiff_t>(i) + 1, args.end());
       break;
     }
-    if (isOptionLike(args[i])) {
-      const std::string name = args[i].substr(0, args[i].find('='));
-      if (findOption(name) == nullptr) unknownOption(name, &command);
-      options.push_back(readOption(args, i));
-    } else {
+    if (!isOptionLike(args[i])) {
       words.push_back(args[i]);
+      continue;
     }
+    taken.push_back(&knownOption(args[i], &command));
+    takeOption(args, i, *taken.back(), options);
+  }
+  if (const ToolOption* asked = helpOrVersion(taken)) {
+    if (asked->taker == Taker::Version) return {args[0], asked->name};
+    return {args[0], command.name, asked->name};
+  }
+  for (const ToolOption* option : taken) checkTaken(*option, command, commands);
+  if (std::count_if(taken.begin(), taken.end(), [](const ToolOption* o) { return o->id == OptionId::File; }) > 1) {
+    throw ArgumentError{"--file is taken once: give one file (cat several into standard input)", command.name, {}};
   }
   std::vector<std::string> result = {args[0], command.name};
-  for (const Taken& taken : options) {
-    // Help and the version win over everything else of the call.
-    if (taken.option->taker == Taker::Version) return {args[0], taken.option->name};
-    if (taken.option->taker == Taker::Help) return {args[0], command.name, taken.option->name};
-  }
-  for (const Taken& taken : options) {
-    checkOption(taken, command, commands);
-    result.insert(result.end(), taken.arguments.begin(), taken.arguments.end());
-  }
+  result.insert(result.end(), options.begin(), options.end());
   addWords(result, words, command);
   return result;
 }

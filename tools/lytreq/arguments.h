@@ -1,7 +1,9 @@
-// The arguments of lytreq, sorted before the option parser sees them: the
-// subcommand found (global options may stand before it), every option checked
-// against what that subcommand takes, and the words of a request, many of
-// which start with "-", moved behind a "--".
+// The options of lytreq, each declared once (kToolOptions: the parser, the
+// help, the completion and the suggestions read it), and the one pass the
+// arguments go through before the option parser: the subcommand found
+// (global options may stand before it) and the words of a request, many of
+// which start with "-", moved behind a "--". The option parser (CLI11)
+// reads the rest: values, their checks, help and version.
 #ifndef LYTREQ_ARGUMENTS_H
 #define LYTREQ_ARGUMENTS_H
 
@@ -13,10 +15,10 @@ namespace lytreq {
 // The value of --peer that asks for every peer.
 constexpr const char* kAllPeers = "all";
 
-// What the sorting needs to know of a subcommand.
+// What the arrangement needs to know of a subcommand.
 struct CommandShape {
   const char* name;
-  bool takesRequests;  // REQUEST words, --file, -n
+  bool takesRequests;  // REQUEST words, --file, -n, --strict, --no-warnings
   bool takesPeer;
   bool takesAllPeers;  // --peer all
   bool takesMap;
@@ -34,18 +36,43 @@ struct ArgumentError {
   std::vector<std::string> hints;
 };
 
-// `args` (args[0] the program) as [program, subcommand, options..., "--",
-// words...]: the options of the subcommand, wherever they stood, then the
-// request words in order. A call that names no subcommand is returned as it
-// is when it asks for help or the version. Throws ArgumentError for an
-// unknown subcommand or option, an option of another subcommand, an option
-// without its value, a --peer that is not a number (nor "all" where the
-// subcommand takes it), or words given to a subcommand that takes none.
-std::vector<std::string> arrangeArguments(const std::vector<std::string>& args,
-                                          const std::vector<CommandShape>& commands);
-
 // What follows an option of lytreq.
 enum class OptionValue { None, File, Number };
+
+// Which subcommands take an option: Help and Version are the tool's own,
+// taken with any subcommand or none.
+enum class Taker { Requests, Peer, Map, Json, Help, Version };
+
+// Each option of lytreq, for the parser to bind.
+enum class OptionId { Json, LineNumber, File, Strict, NoWarnings, Peer, Map, Help, Version };
+
+// One option of lytreq.
+struct ToolOption {
+  OptionId id;
+  const char* name;       // "--file"
+  const char* shortName;  // "-n", or nullptr
+  OptionValue value;
+  Taker taker;
+  const char* help;  // nullptr where each subcommand says its own (--json, --peer)
+};
+
+// Every option of lytreq, in the order the help lists them.
+const std::vector<ToolOption>& toolOptionTable();
+
+// True when `command` takes the options of `taker`.
+bool takes(const CommandShape& command, Taker taker);
+
+// `args` (args[0] the program) as [program, subcommand, options..., "--",
+// words...]: the options of the subcommand, wherever they stood, in order
+// and as given, then the request words in order (the one plain argument
+// of a subcommand that takes one, without "--"). A call that names no
+// subcommand is returned as it is when it asks for help or the version.
+// Throws ArgumentError for an unknown subcommand or option (with the
+// nearest one suggested), an option of another subcommand, --file given
+// twice, and words given to a subcommand that takes none (or its argument
+// missing or doubled).
+std::vector<std::string> arrangeArguments(const std::vector<std::string>& args,
+                                          const std::vector<CommandShape>& commands);
 
 struct ToolOptionName {
   std::string name;  // "--file", "-n" ...

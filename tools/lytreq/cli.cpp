@@ -1,6 +1,7 @@
 #include "cli.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <functional>
 #include <iterator>
@@ -12,6 +13,7 @@
 #include "commands.h"
 #include "completion.h"
 #include "demo.h"
+#include "echo.h"
 #include "input.h"
 #include "keywords.h"
 #include "lytFilterParser/LibraryVersion.h"
@@ -22,24 +24,22 @@ namespace lytreq {
 namespace {
 
 const char* const kRequestHelp = "The request; \"-\" or none: read requests from standard input";
-const char* const kFileHelp = "Read requests from FILE (\"-\": standard input), one per line";
 const char* const kJsonHelp = "Write one JSON object per request";
-const char* const kLineNumberHelp = "Put the input line number and a colon before each line of a result";
 const char* const kShellHelp = "bash or zsh";
-const char* const kStrictHelp = "Exit with status 1 when the library warns about a request";
-const char* const kNoWarningsHelp = "Do not report warnings and notes";
 
 // The part of every request-taking subcommand's footer before its examples.
 const char* const kRequestNote =
-    "A REQUEST that starts with \"-\" is the request, not an option of lytreq.\n"
+    "A REQUEST that starts with \"-\" is the request, not an option of lytreq; words are\n"
+    "joined into one request, but several quoted requests are refused (use --file).\n"
     "Batch input (standard input or --file): one request per line; blank lines and lines\n"
-    "starting with \"#\" are skipped; a rejected line is reported as \"line N: ...\" on\n"
-    "standard error and the other lines go on; -n puts the input line number before each\n"
-    "line of a result.\n"
+    "starting with \"#\" are skipped; a rejected line is reported as\n"
+    "\"FILE:LINE:COLUMN: error: ...\" on standard error (<stdin> for standard input, COLUMN\n"
+    "in bytes) and the other lines go on; -n puts the input line number before each line\n"
+    "of a result.\n"
     "Warnings and notes of the library go to standard error after the result, as\n"
-    "\"lytreq: warning: MESSAGE [CODE]\" (\"line N: warning: ...\" in batch input) with the request\n"
-    "and a marker under the place; --strict makes a warning exit with status 1, --no-warnings\n"
-    "hides them.\n"
+    "\"lytreq: warning: MESSAGE [CODE]\" (\"FILE:LINE:COLUMN: warning: ...\" in batch input) with\n"
+    "the request and a marker under the place; --strict makes a warning exit with status 1,\n"
+    "--no-warnings hides them and skips the work of finding them.\n"
     "Exit status: 0 all requests succeeded, 1 one was rejected, 2 usage error.\n"
     "\n";
 
@@ -92,6 +92,12 @@ struct Subcommand {
   int (*run)(const Given& given, Streams& io);
 };
 
+// What the arrangement of the arguments and the completion know of `row`.
+CommandShape shapeOf(const Subcommand& row) {
+  return CommandShape{row.name, row.takesRequests, row.peer.has_value(), row.peer && row.peer->all,
+                      row.takesMap, row.jsonHelp != nullptr, row.legacy, row.argument};
+}
+
 // Runs `command` on every request of `given` and writes the reports.
 int runRequests(const Given& given, Streams& io, bool severalLines,
                 const std::function<Report(const std::string&)>& command) {
@@ -99,14 +105,13 @@ int runRequests(const Given& given, Streams& io, bool severalLines,
     io.err << "lytreq: reading requests from standard input, one per line (end with Ctrl-D)\n";
   }
   bool rejected = false;
-  bool first = true;
+  ReportWriter writer(WriteOptions{given.json, given.lineNumbers, severalLines}, io.out, io.err);
   forEachRequest(given.source, io.in, [&](const Request& request) {
     Report report = command(request.text);
     report.line = request.line;
+    report.file = request.file;
     if (given.noWarnings) report.dropDiagnostics();
-    if (severalLines && !given.json && !first) io.out << '\n';
-    first = false;
-    writeReport(report, given.json, given.lineNumbers, io.out, io.err);
+    writer.write(report);
     if (report.rejected()) rejected = true;
     for (const Diagnostic& diagnostic : report.diagnostics()) {
       if (given.strict && diagnostic.severity == lytFilterParser::Severity::Warning) rejected = true;
@@ -118,31 +123,43 @@ int runRequests(const Given& given, Streams& io, bool severalLines,
 int runParse(const Given& given, Streams& io) {
   std::optional<int> peer;
   if (given.peerGiven) peer = given.peer;
-  return runRequests(given, io, false, [&](const std::string& text) { return parseCommand(text, peer); });
+  const bool diagnose = !given.noWarnings;
+  return runRequests(given, io, false, [&](const std::string& text) { return parseCommand(text, peer, diagnose); });
 }
 
 int runCheck(const Given& given, Streams& io) {
-  if (given.allPeers) return runRequests(given, io, false, checkAllCommand);
-  return runRequests(given, io, false, [&](const std::string& text) { return checkCommand(text, given.peer); });
+  const bool diagnose = !given.noWarnings;
+  if (given.allPeers) {
+    return runRequests(given, io, false, [&](const std::string& text) { return checkAllCommand(text, diagnose); });
+  }
+  return runRequests(given, io, false,
+                     [&](const std::string& text) { return checkCommand(text, given.peer, diagnose, given.json); });
 }
 
 int runConvert(const Given& given, Streams& io) {
   return runRequests(given, io, false, [&](const std::string& text) { return convertCommand(text, given.peer); });
 }
 
-int runExplain(const Given& given, Streams& io) { return runRequests(given, io, true, explainCommand); }
+int runExplain(const Given& given, Streams& io) {
+  const bool diagnose = !given.noWarnings;
+  return runRequests(given, io, true, [&](const std::string& text) { return explainCommand(text, diagnose); });
+}
 
 int runColumns(const Given& given, Streams& io) {
-  return runRequests(given, io, true, [&](const std::string& text) { return columnsCommand(text, given.peer); });
+  const bool diagnose = !given.noWarnings;
+  return runRequests(given, io, true,
+                     [&](const std::string& text) { return columnsCommand(text, given.peer, diagnose); });
 }
 
 int runNames(const Given& given, Streams& io) {
-  return runRequests(given, io, true, [](const std::string& text) { return namesCommand(text); });
+  const bool diagnose = !given.noWarnings;
+  return runRequests(given, io, true, [&](const std::string& text) { return namesCommand(text, diagnose); });
 }
 
 int runResolve(const Given& given, Streams& io) {
   const NameMap map = readNameMap(given.map);
-  return runRequests(given, io, false, [&](const std::string& text) { return resolveCommand(text, map); });
+  const bool diagnose = !given.noWarnings;
+  return runRequests(given, io, false, [&](const std::string& text) { return resolveCommand(text, map, diagnose); });
 }
 
 int runKeywords(const Given& given, Streams& io) {
@@ -260,37 +277,55 @@ std::string requestFooter(const char* text) {
   return result;
 }
 
-// Adds `row` to `app`, its options writing into `given`.
+// The --peer value `value`: a number in the row's range, or "all" where the
+// subcommand takes it; the message for anything else.
+std::string checkPeer(const PeerOption& peer, const std::string& value) {
+  if (peer.all && value == kAllPeers) return std::string();
+  int number = 0;
+  const char* end = value.data() + value.size();
+  const auto read = std::from_chars(value.data(), end, number);
+  if (value.empty() || read.ec != std::errc() || read.ptr != end) {
+    return value + " is not a number" + (peer.all ? std::string(" nor ") + kAllPeers : std::string());
+  }
+  return CLI::Range(peer.low, peer.high)(const_cast<std::string&>(value));
+}
+
+// Declares the option `option` of kToolOptions on `command`, bound to `given`.
+void addOption(CLI::App* command, const Subcommand& row, const ToolOption& option, Given& given) {
+  std::string names = option.name;
+  if (option.shortName != nullptr) names = std::string(option.shortName) + "," + names;
+  switch (option.id) {
+    case OptionId::Json: command->add_flag(names, given.json, row.jsonHelp); return;
+    case OptionId::LineNumber: command->add_flag(names, given.lineNumbers, option.help); return;
+    case OptionId::Strict: command->add_flag(names, given.strict, option.help); return;
+    case OptionId::NoWarnings: command->add_flag(names, given.noWarnings, option.help); return;
+    case OptionId::File: command->add_option(names, given.file, option.help)->type_name("FILE"); return;
+    case OptionId::Map: command->add_option(names, given.map, option.help)->required()->type_name("FILE"); return;
+    case OptionId::Peer: {
+      const PeerOption peer = *row.peer;
+      given.peer = peer.fallback;
+      given.peerText = std::to_string(peer.fallback);
+      CLI::Option* added =
+          command->add_option(names, given.peerText, peer.help)
+              ->check(CLI::Validator([peer](std::string& value) { return checkPeer(peer, value); }, ""));
+      added->type_name(peer.all ? "N|all" : "N");
+      if (peer.showDefault) added->capture_default_str();
+      return;
+    }
+    case OptionId::Help:
+    case OptionId::Version: return;  // the app's own
+  }
+}
+
+// Adds `row` to `app`, its options (those of kToolOptions it takes) writing into `given`.
 CLI::App* addSubcommand(CLI::App& app, const Subcommand& row, Given& given) {
   CLI::App* command = app.add_subcommand(row.name, row.description);
-  if (row.takesRequests) {
-    command->add_option("REQUEST", given.source.words, kRequestHelp);
-    command->add_option("--file", given.file, kFileHelp)->type_name("FILE");
-    command->add_flag("-n,--line-number", given.lineNumbers, kLineNumberHelp);
-    command->add_flag("--strict", given.strict, kStrictHelp);
-    command->add_flag("--no-warnings", given.noWarnings, kNoWarningsHelp);
+  if (row.takesRequests) command->add_option("REQUEST", given.source.words, kRequestHelp);
+  const CommandShape shape = shapeOf(row);
+  for (const ToolOption& option : toolOptionTable()) {
+    if (takes(shape, option.taker)) addOption(command, row, option, given);
   }
-  if (row.jsonHelp != nullptr) command->add_flag("--json", given.json, row.jsonHelp);
   if (row.argument != nullptr) command->add_option(row.argument, given.shell, kShellHelp)->required();
-  if (row.peer) {
-    given.peer = row.peer->fallback;
-    given.peerText = std::to_string(row.peer->fallback);
-    // A number in the range, or "all" where the subcommand takes it; the
-    // range's own message for anything else.
-    const CLI::Range range(row.peer->low, row.peer->high);
-    const bool all = row.peer->all;
-    CLI::Option* peer = command->add_option("--peer", given.peerText, row.peer->help)
-                            ->check(CLI::Validator(
-                                [range, all](std::string& value) {
-                                  return all && value == kAllPeers ? std::string() : range(value);
-                                },
-                                ""));
-    peer->type_name(all ? "N|all" : "N");
-    if (row.peer->showDefault) peer->capture_default_str();
-  }
-  if (row.takesMap) {
-    command->add_option("--map", given.map, "Map file: lines \"name resolved\"")->required()->type_name("FILE");
-  }
   command->footer(row.takesRequests ? requestFooter(row.footer) : std::string(row.footer));
   return command;
 }
@@ -322,14 +357,14 @@ int dispatch(const Subcommand& row, CLI::App* command, Given& given, Streams& io
   try {
     return row.run(given, io);
   } catch (const UsageError& error) {
-    io.err << "lytreq: " << error.what() << '\n';
+    io.err << "lytreq: " << shown(error.what()) << '\n';
     return EXIT_USAGE;
   } catch (const std::string& message) {
     // A library fault outside the calls that report them per request.
-    io.err << "lytreq: " << message << '\n';
+    io.err << "lytreq: " << shown(message) << '\n';
     return EXIT_REJECTED;
   } catch (const std::exception& error) {
-    io.err << "lytreq: " << error.what() << '\n';
+    io.err << "lytreq: " << shown(error.what()) << '\n';
     return EXIT_REJECTED;
   }
 }
@@ -337,8 +372,8 @@ int dispatch(const Subcommand& row, CLI::App* command, Given& given, Streams& io
 // A call that lytreq cannot make: the message, hints, and where help is.
 int usageError(std::ostream& err, const std::string& message, const std::string& command,
                const std::vector<std::string>& hints) {
-  err << "lytreq: " << message << '\n';
-  for (const std::string& hint : hints) err << hint << '\n';
+  err << "lytreq: " << shown(message) << '\n';
+  for (const std::string& hint : hints) err << shown(hint) << '\n';
   err << "Try 'lytreq " << (command.empty() ? "" : command + " ") << "--help' for more information.\n";
   return EXIT_USAGE;
 }
@@ -356,10 +391,7 @@ int checkWritten(int status, std::ostream& out, std::ostream& err) {
 
 std::vector<CommandShape> shapes() {
   std::vector<CommandShape> result;
-  for (const Subcommand& row : kSubcommands) {
-    result.push_back(CommandShape{row.name, row.takesRequests, row.peer.has_value(), row.peer && row.peer->all,
-                                  row.takesMap, row.jsonHelp != nullptr, row.legacy, row.argument});
-  }
+  for (const Subcommand& row : kSubcommands) result.push_back(shapeOf(row));
   return result;
 }
 

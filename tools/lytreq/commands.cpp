@@ -39,19 +39,20 @@ namespace {
 // The fidelity code of a peer that has no text for the request at all.
 const char* const kPeerUnsupported = "peer-unsupported";
 
-Report start(const std::string& text) {
+Report start(const std::string& text, bool oneLine = false) {
   Report report;
   report.input = text;
+  report.oneLine = oneLine;
   return report;
 }
 
 // Reads `text` into `reading`, with the lint of the text in `report`; false
 // (and the fault in `report`) when the library rejects it.
-bool read(const std::string& text, Reading& reading, Report& report) {
-  report.warnings = lytFilterParser::lint(text);
+bool read(const std::string& text, Reading& reading, Report& report, bool diagnose) {
+  if (diagnose) report.warnings = lytFilterParser::lint(text);
   reading = readRequest(text);
   if (reading.fault) {
-    report.fault = reading.fault;
+    report.fault = std::move(reading.fault);
     return false;
   }
   return true;
@@ -84,16 +85,28 @@ struct Written {
 // by a peer that has no text for it. When the peer accepts the request, the
 // verdict has what the text for the peer loses, and `written` (if given)
 // that text. A message thrown while writing leaves the verdict as it is,
-// without losses, and goes to `written`.
-PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int peer, Written* written = nullptr) {
+// without losses, and goes to `written`. Without `diagnose` the losses of a
+// network request are not looked for: a peer that accepts one (1 to 3) has
+// a text for it, so only the verdict could come of them.
+// `own`, when given, is `request` itself, checked in place instead of a
+// copy: a caller that needs the request no more saves a copy of every name.
+// Without `placed` a refusal has no place (nobody shows it), which spares
+// finding the item to blame.
+PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int peer, bool diagnose,
+                  Written* written = nullptr, NetworkKovaRequest* own = nullptr, bool placed = true) {
   PeerVerdict verdict;
   verdict.peer = peer;
   const TavVersion version = static_cast<TavVersion>(peer);
-  std::optional<NetworkKovaRequest> checked;
-  if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
-    checked.emplace(*network);
+  std::optional<NetworkKovaRequest> copy;
+  NetworkKovaRequest* checked = own;
+  if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request); network != nullptr && own == nullptr) {
+    checked = &copy.emplace(*network);
+  }
+  if (checked != nullptr) {
     try {
-      if (const auto refusal = lytFilterParser::validate(text, *checked, version)) {
+      if (!placed) {
+        if (!checked->isValid(version, verdict.message)) return verdict;
+      } else if (const auto refusal = lytFilterParser::validate(text, *checked, version)) {
         verdict.message = refusal->message;
         verdict.where = Span{refusal->start, refusal->length};
         return verdict;
@@ -103,9 +116,13 @@ PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int pe
       return verdict;
     }
   }
-  const LYTKovaRequest& sent = checked ? static_cast<const LYTKovaRequest&>(*checked) : request;
+  const LYTKovaRequest& sent = checked != nullptr ? static_cast<const LYTKovaRequest&>(*checked) : request;
   verdict.valid = true;
   try {
+    if (!diagnose && checked != nullptr) {
+      if (written != nullptr) written->text = sent.dump(version);
+      return verdict;
+    }
     for (Diagnostic& loss : lytFilterParser::fidelity(text, sent, version)) {
       if (loss.code == kPeerUnsupported) {
         verdict.valid = false;
@@ -125,9 +142,11 @@ PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int pe
 }
 
 // The verdicts of peers 1 to 3.
-std::vector<PeerVerdict> judgeAll(const std::string& text, const LYTKovaRequest& request) {
+std::vector<PeerVerdict> judgeAll(const std::string& text, const LYTKovaRequest& request, bool diagnose) {
   std::vector<PeerVerdict> verdicts;
-  for (int peer = TAV_VERSION_LEGACY_1; peer <= TAV_VERSION_CURRENT; ++peer) verdicts.push_back(judge(text, request, peer));
+  for (int peer = TAV_VERSION_LEGACY_1; peer <= TAV_VERSION_CURRENT; ++peer) {
+    verdicts.push_back(judge(text, request, peer, diagnose));
+  }
   return verdicts;
 }
 
@@ -138,18 +157,23 @@ int firstValid(const std::vector<PeerVerdict>& verdicts) {
   return TAV_VERSION_NONE;
 }
 
-// The oldest peer that accepts `request`: the library's answer, unless its
-// check throws on the way (for a type that an older peer's check cannot
-// name); then each peer is asked on its own and a throw counts as a refusal.
-int minimalPeer(const NetworkKovaRequest& request) {
-  NetworkKovaRequest copy(request);
+// The oldest peer that accepts `request`, asked of `request` itself, which
+// the checks complete (as getMinimalValidVersion does with every peer it
+// tries): the library's answer, unless its check throws on the way (for a
+// type that an older peer's check cannot name); then each peer is asked on
+// its own, of the request read again from `text`, and a throw counts as a
+// refusal.
+int minimalPeer(const std::string& text, NetworkKovaRequest& request) {
   std::string error;
   try {
-    return copy.getMinimalValidVersion(error);
+    return request.getMinimalValidVersion(error);
   } catch (const std::string&) {
   }
+  Reading again = readRequest(text);
+  const auto* original = dynamic_cast<const NetworkKovaRequest*>(again.request.get());
+  if (original == nullptr) return TAV_VERSION_NONE;
   for (int peer = TAV_VERSION_LEGACY_1; peer <= TAV_VERSION_CURRENT; ++peer) {
-    NetworkKovaRequest forPeer(request);
+    NetworkKovaRequest forPeer(*original);
     try {
       if (forPeer.isValid(TavVersion(peer), error)) return peer;
     } catch (const std::string&) {
@@ -160,10 +184,10 @@ int minimalPeer(const NetworkKovaRequest& request) {
 
 }  // namespace
 
-Report parseCommand(const std::string& text, std::optional<int> peer) {
-  Report report = start(text);
+Report parseCommand(const std::string& text, std::optional<int> peer, bool diagnose) {
+  Report report = start(text, true);
   Reading reading;
-  if (!read(text, reading, report)) return report;
+  if (!read(text, reading, report, diagnose)) return report;
   if (!peer) {
     try {
       report.request = reading.request->dump();
@@ -173,7 +197,8 @@ Report parseCommand(const std::string& text, std::optional<int> peer) {
     return report;
   }
   Written written;
-  PeerVerdict verdict = judge(text, *reading.request, *peer, &written);
+  PeerVerdict verdict =
+      judge(text, *reading.request, *peer, diagnose, &written, dynamic_cast<NetworkKovaRequest*>(reading.request.get()));
   if (!verdict.valid) {
     report.fault = Fault{verdict.message, verdict.where, {}};
     return report;
@@ -187,17 +212,19 @@ Report parseCommand(const std::string& text, std::optional<int> peer) {
   return report;
 }
 
-Report checkCommand(const std::string& text, int peer) {
+Report checkCommand(const std::string& text, int peer, bool diagnose, bool placed) {
   Report report = start(text);
   report.verdict = true;
   report.peer = peer;
   Reading reading;
-  if (!read(text, reading, report)) return report;
+  if (!read(text, reading, report, diagnose)) return report;
   NetworkKovaRequest* request = networkRequest(reading, report, "can be checked");
   if (request == nullptr) return report;
 
-  PeerVerdict verdict = judge(text, *request, peer);
-  report.minimalPeer = minimalPeer(*request);
+  // Both checks on the request itself, no copy: the oldest peer first, whose
+  // checks complete the request as the check for `peer` would.
+  report.minimalPeer = minimalPeer(text, *request);
+  PeerVerdict verdict = judge(text, *request, peer, diagnose, nullptr, request, placed);
   report.valid = verdict.valid;
   report.message = verdict.message;
   report.where = verdict.where;
@@ -205,34 +232,34 @@ Report checkCommand(const std::string& text, int peer) {
   return report;
 }
 
-Report checkAllCommand(const std::string& text) {
+Report checkAllCommand(const std::string& text, bool diagnose) {
   Report report = start(text);
   report.verdict = true;
   Reading reading;
-  if (!read(text, reading, report)) return report;
+  if (!read(text, reading, report, diagnose)) return report;
   NetworkKovaRequest* request = networkRequest(reading, report, "can be checked");
   if (request == nullptr) return report;
-  report.peers = judgeAll(text, *request);
+  report.peers = judgeAll(text, *request, diagnose);
   report.minimalPeer = firstValid(*report.peers);
   return report;
 }
 
-Report explainCommand(const std::string& text) {
+Report explainCommand(const std::string& text, bool diagnose) {
   Report report = start(text);
   Reading reading;
-  if (!read(text, reading, report)) return report;
+  if (!read(text, reading, report, diagnose)) return report;
   report.explanation = explainRequest(*reading.request);
-  report.peers = judgeAll(text, *reading.request);
+  report.peers = judgeAll(text, *reading.request, true);  // each peer's losses are part of the explanation
   report.minimalPeer = firstValid(*report.peers);
   return report;
 }
 
 Report convertCommand(const std::string& text, int peer) {
-  Report report = start(text);
+  Report report = start(text, true);
   LegacyConversion conversion = convertLegacy(text, TavVersion(peer));
   report.warnings = std::move(conversion.diagnostics);
   if (conversion.fault) {
-    report.fault = conversion.fault;
+    report.fault = std::move(conversion.fault);
   } else {
     report.request = conversion.request;
   }
@@ -269,10 +296,10 @@ std::vector<Column> queryColumns(const NetworkKovaRequest& request, int peer) {
   return columns;
 }
 
-Report columnsCommand(const std::string& text, int peer) {
+Report columnsCommand(const std::string& text, int peer, bool diagnose) {
   Report report = start(text);
   Reading reading;
-  if (!read(text, reading, report)) return report;
+  if (!read(text, reading, report, diagnose)) return report;
   NetworkKovaRequest* request = networkRequest(reading, report, "have query-interface columns");
   if (request == nullptr) return report;
   try {
@@ -283,19 +310,19 @@ Report columnsCommand(const std::string& text, int peer) {
   return report;
 }
 
-Report namesCommand(const std::string& text) {
+Report namesCommand(const std::string& text, bool diagnose) {
   Report report = start(text);
   Reading reading;
-  if (!read(text, reading, report)) return report;
+  if (!read(text, reading, report, diagnose)) return report;
   const strList names = reading.request->getModuleNames();
   report.names = std::vector<std::string>(names.begin(), names.end());
   return report;
 }
 
-Report resolveCommand(const std::string& text, const NameMap& map) {
-  Report report = start(text);
+Report resolveCommand(const std::string& text, const NameMap& map, bool diagnose) {
+  Report report = start(text, true);
   Reading reading;
-  if (!read(text, reading, report)) return report;
+  if (!read(text, reading, report, diagnose)) return report;
   strList names = reading.request->getModuleNames();
   strList resolved;
   for (const std::string& name : names) {

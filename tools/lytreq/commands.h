@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "json.h"
@@ -35,8 +36,13 @@ struct PeerVerdict {
 // What a subcommand found out about one request. Only the fields the
 // subcommand fills are written.
 struct Report {
-  std::string input;
-  int line = 0;  // line number in batch input; 0 for a request given as argument
+  std::string_view input;  // the request text, which outlives the report
+  int line = 0;            // line number in batch input; 0 for a request given as argument
+  std::string_view file;   // batch input: the file as given to --file, "<stdin>" for standard input
+
+  // A subcommand whose result is one line (parse, convert, resolve): in
+  // batch input a refused request leaves an empty line in its place.
+  bool oneLine = false;
 
   std::optional<std::string> request;  // the request as text (parse, convert, resolve)
 
@@ -78,25 +84,31 @@ std::vector<Column> queryColumns(const NetworkKovaRequest& request, int peer);
 // Resolved names by module name, read from a map file.
 typedef std::map<std::string, std::string> NameMap;
 
+// Each subcommand runs the library's diagnostics (lint, fidelity) only with
+// `diagnose`: without, the report has no warnings and costs what the
+// library's own reading and checking do.
+
 // The request as the library writes it: dump(), or, with a peer, the
 // request checked for it (which completes it) and dump(peer), with what
 // that text loses; a peer that cannot serve the request refuses it.
-Report parseCommand(const std::string& text, std::optional<int> peer);
+Report parseCommand(const std::string& text, std::optional<int> peer, bool diagnose = true);
 // Validation for `peer` and the oldest peer that accepts the request, with
 // what the text for the peer loses.
-Report checkCommand(const std::string& text, int peer);
+// Without `placed` the refusal has no place (text output shows none).
+Report checkCommand(const std::string& text, int peer, bool diagnose = true, bool placed = true);
 // Validation for every peer, 1 to 3.
-Report checkAllCommand(const std::string& text);
-// The request as a tree with every default, its columns and every peer's verdict.
-Report explainCommand(const std::string& text);
+Report checkAllCommand(const std::string& text, bool diagnose = true);
+// The request as a tree with every default, its columns and every peer's
+// verdict with its losses (which are looked for in any case).
+Report explainCommand(const std::string& text, bool diagnose = true);
 // A legacy command line for `peer` (1 or 2) in the current syntax.
 Report convertCommand(const std::string& text, int peer);
 // The query-interface columns for `peer` (1 to 3).
-Report columnsCommand(const std::string& text, int peer);
+Report columnsCommand(const std::string& text, int peer, bool diagnose = true);
 // The module names, in walk order.
-Report namesCommand(const std::string& text);
+Report namesCommand(const std::string& text, bool diagnose = true);
 // The request with the resolved names of `map` set.
-Report resolveCommand(const std::string& text, const NameMap& map);
+Report resolveCommand(const std::string& text, const NameMap& map, bool diagnose = true);
 
 }  // namespace lytreq
 

@@ -1,7 +1,9 @@
 #include "echo.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <ostream>
 #include <vector>
 
 namespace lytreq {
@@ -45,12 +47,12 @@ bool isIn(std::uint32_t c, const Range (&ranges)[N]) {
   return inRanges(c, ranges, N);
 }
 
-// One character of the request as shown: its bytes, its text, its columns.
+// One character of the request as measured: where it ends, its columns, and
+// whether it is shown as an escape.
 struct Cell {
-  std::size_t start;
   std::size_t end;
-  std::string shown;
   std::size_t width;
+  bool escaped;
 };
 
 std::string escape(const char* format, std::uint32_t value) {
@@ -61,7 +63,7 @@ std::string escape(const char* format, std::uint32_t value) {
 
 // The length of the UTF-8 sequence at text[i] and its code point; 0 for a
 // byte that starts no valid sequence.
-std::size_t decode(const std::string& text, std::size_t i, std::uint32_t& c) {
+std::size_t decode(std::string_view text, std::size_t i, std::uint32_t& c) {
   const unsigned char lead = static_cast<unsigned char>(text[i]);
   const std::size_t length = lead < 0x80 ? 1 : (lead >> 5) == 0x6 ? 2 : (lead >> 4) == 0xE ? 3 : (lead >> 3) == 0x1E ? 4 : 0;
   if (length == 0 || i + length > text.size()) return 0;
@@ -74,35 +76,43 @@ std::size_t decode(const std::string& text, std::size_t i, std::uint32_t& c) {
   return length;
 }
 
-Cell cellAt(const std::string& text, std::size_t i) {
-  std::uint32_t c = 0;
-  const std::size_t length = decode(text, i, c);
-  if (length == 0) return Cell{i, i + 1, escape("\\x%02X", static_cast<unsigned char>(text[i])), 4};
-  Cell cell{i, i + length, text.substr(i, length), 1};
-  if (c == '\t') {
-    cell.shown = "\\t";
-  } else if (c < 0x20 || c == 0x7F || (c >= 0x80 && c < 0xA0)) {
-    cell.shown = escape("\\x%02X", c);
-  } else if (isIn(c, kInvisible)) {
-    cell.shown = escape(c > 0xFFFF ? "\\u{%05X}" : "\\u{%04X}", c);
-  } else if (isIn(c, kCombining)) {
-    cell.width = 0;
-    return cell;
-  } else if (isIn(c, kWide)) {
-    cell.width = 2;
-    return cell;
-  } else {
-    return cell;
-  }
-  cell.width = cell.shown.size();  // an escape: one column per character
-  return cell;
+bool isControl(std::uint32_t c) { return c < 0x20 || c == 0x7F || (c >= 0x80 && c < 0xA0); }
+
+// The escape of the character at text[i] (`length` 0: a byte that is not
+// UTF-8), or an empty string for a character shown as it is.
+std::string escapeOf(std::string_view text, std::size_t i, std::size_t length, std::uint32_t c, bool invisibleToo) {
+  if (length == 0) return escape("\\x%02X", static_cast<unsigned char>(text[i]));
+  if (c == '\t') return "\\t";
+  if (isControl(c)) return escape("\\x%02X", c);
+  if (invisibleToo && isIn(c, kInvisible)) return escape(c > 0xFFFF ? "\\u{%05X}" : "\\u{%04X}", c);
+  return std::string();
 }
 
-std::vector<Cell> cells(const std::string& text) {
-  std::vector<Cell> result;
-  for (std::size_t i = 0; i < text.size(); i = result.back().end) result.push_back(cellAt(text, i));
-  return result;
+bool isPlainAscii(unsigned char byte) { return byte >= 0x20 && byte < 0x7F; }
+
+Cell measure(std::string_view text, std::size_t i) {
+  if (isPlainAscii(static_cast<unsigned char>(text[i]))) return Cell{i + 1, 1, false};
+  std::uint32_t c = 0;
+  const std::size_t length = decode(text, i, c);
+  const std::string escaped = escapeOf(text, i, length, c, true);
+  if (!escaped.empty()) return Cell{i + (length == 0 ? 1 : length), escaped.size(), true};
+  if (isIn(c, kCombining)) return Cell{i + length, 0, false};
+  if (isIn(c, kWide)) return Cell{i + length, 2, false};
+  return Cell{i + length, 1, false};
 }
+
+void appendShown(std::string& line, std::string_view text, std::size_t i, const Cell& cell) {
+  if (!cell.escaped) {
+    line.append(text.substr(i, cell.end - i));
+    return;
+  }
+  std::uint32_t c = 0;
+  const std::size_t length = decode(text, i, c);
+  line += escapeOf(text, i, length, c, true);
+}
+
+// A mark is kept at the first cell start at least this many bytes past the last.
+constexpr std::size_t kMarkStride = 256;
 
 // The columns [begin, end) of the shown line that are kept.
 struct Window {
@@ -119,32 +129,106 @@ Window windowAround(std::size_t total, std::size_t place) {
 
 }  // namespace
 
-Echo echoRequest(const std::string& text, Span span) {
-  const std::size_t start = span.start < text.size() ? span.start : text.size();
-  const std::vector<Cell> all = cells(text);
-  std::size_t total = 0, place = 0, width = 0;
-  for (const Cell& cell : all) {
-    if (cell.end <= start) place += cell.width;
-    if (cell.start >= start && cell.end <= start + span.length) width += cell.width;
-    total += cell.width;
-  }
-  const Window window = windowAround(total + 1, place);  // one column past the end for an empty span
-  Echo echo;
+EchoText::EchoText(std::string_view text) : text_(text) {
+  marks_.push_back(Mark{0, 0});
   std::size_t column = 0;
-  for (const Cell& cell : all) {
-    if (column >= window.begin && column + cell.width <= window.end) echo.line += cell.shown;
+  for (std::size_t i = 0; i < text.size();) {
+    if (i >= marks_.back().byte + kMarkStride) marks_.push_back(Mark{i, column});
+    const Cell cell = measure(text, i);
     column += cell.width;
+    i = cell.end;
+  }
+  total_ = column;
+}
+
+std::size_t EchoText::columnAt(std::size_t pos) const {
+  auto mark = std::upper_bound(marks_.begin(), marks_.end(), pos, [](std::size_t p, const Mark& m) { return p < m.byte; });
+  --mark;  // the first mark is at byte 0
+  std::size_t column = mark->column;
+  for (std::size_t i = mark->byte; i < text_.size();) {
+    const Cell cell = measure(text_, i);
+    if (cell.end > pos) break;
+    column += cell.width;
+    i = cell.end;
+  }
+  return column;
+}
+
+EchoText::Mark EchoText::cellAtColumn(std::size_t column) const {
+  auto mark =
+      std::upper_bound(marks_.begin(), marks_.end(), column, [](std::size_t c, const Mark& m) { return c < m.column; });
+  --mark;
+  Mark at = *mark;
+  while (at.byte < text_.size() && at.column < column) {
+    const Cell cell = measure(text_, at.byte);
+    at.column += cell.width;
+    at.byte = cell.end;
+  }
+  return at;
+}
+
+Echo EchoText::echo(Span span) const {
+  const std::size_t start = span.start < text_.size() ? span.start : text_.size();
+  const std::size_t end = span.length < text_.size() - start ? start + span.length : text_.size();
+  const std::size_t place = columnAt(start);
+  std::size_t width = columnAt(end) - place;
+  const Window window = windowAround(total_ + 1, place);  // one column past the end for an empty span
+  Echo echo;
+  Mark at = cellAtColumn(window.begin);
+  while (at.byte < text_.size()) {
+    const Cell cell = measure(text_, at.byte);
+    if (at.column + cell.width > window.end) break;
+    appendShown(echo.line, text_, at.byte, cell);
+    at.column += cell.width;
+    at.byte = cell.end;
   }
   std::size_t shownPlace = place - window.begin;
   if (window.begin > 0) {
     echo.line = kEllipsis + echo.line;
     ++shownPlace;
   }
-  if (window.end < total + 1) echo.line += kEllipsis;
+  if (window.end < total_ + 1) echo.line += kEllipsis;
   echo.marker = std::string(shownPlace, ' ') + '^';
   if (place + width > window.end) width = window.end - place;
   if (width > 1) echo.marker.append(width - 1, '~');
   return echo;
+}
+
+namespace {
+
+// Hands `text` to `sink` in pieces, escapes in place of what shown() escapes.
+template <typename Sink>
+void forShown(std::string_view text, Sink&& sink) {
+  std::size_t copied = 0;
+  for (std::size_t i = 0; i < text.size();) {
+    if (isPlainAscii(static_cast<unsigned char>(text[i]))) {
+      ++i;
+      continue;
+    }
+    std::uint32_t c = 0;
+    const std::size_t length = decode(text, i, c);
+    const std::string escaped = escapeOf(text, i, length, c, false);
+    const std::size_t next = i + (length == 0 ? 1 : length);
+    if (!escaped.empty()) {
+      sink(text.substr(copied, i - copied));
+      sink(std::string_view(escaped));
+      copied = next;
+    }
+    i = next;
+  }
+  sink(text.substr(copied));
+}
+
+}  // namespace
+
+std::string shown(std::string_view text) {
+  std::string result;
+  forShown(text, [&](std::string_view piece) { result.append(piece); });
+  return result;
+}
+
+void writeShown(std::ostream& out, std::string_view text) {
+  forShown(text, [&](std::string_view piece) { out << piece; });
 }
 
 }  // namespace lytreq

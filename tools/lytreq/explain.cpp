@@ -6,8 +6,10 @@
 #include "lytFilterParser/diagnostics/Diagnostic.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/Filter.h"
+#include "lytFilterParser/filter/FilterVisitor.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
+#include "echo.h"
 #include "words.h"
 
 namespace lytreq {
@@ -28,40 +30,56 @@ Json atomJson(const AtomFilter& atom) {
   Json node;
   node["type"] = valueTypeWord(atom.getFilterType());
   node["negated"] = atom.isNegated();
-  if (const auto* interfaces = dynamic_cast<const InterfaceAtomFilter*>(&atom)) {
-    Json items = Json::array();
-    for (const InterfaceInfo& item : interfaces->getInterfaces()) {
-      Json entry;
-      entry["name"] = item.getName();
-      entry["direction"] = directionWord(item.getDirection());
-      items.push_back(entry);
-    }
-    node["interfaces"] = items;
-  } else if (const auto* content = dynamic_cast<const ContentFilterBase*>(&atom)) {
-    node["names"] = namesJson(content->getEntities());
-  }
   return node;
 }
 
-// The nodes of the filter tree in walk order, each with its depth.
-Json filterJson(const Filter& root) {
+// The nodes of a filter tree in walk order, each with its depth, as the
+// library's walk hands them.
+class FilterNodes : public lytFilterParser::FilterVisitor {
+ public:
   Json nodes = Json::array();
-  std::vector<std::pair<const AbstractFilter*, int>> stack = {{&root, 0}};
-  while (!stack.empty()) {
-    const auto [node, depth] = stack.back();
-    stack.pop_back();
+
+  bool enter(const Filter& filter, std::size_t depth) override {
+    Json& entry = add(depth);
+    entry["operator"] = codeWord(WordKind::FilterOperator, filter.getOperator());
+    return true;
+  }
+  bool content(const ContentFilter& atom, std::size_t depth) override {
+    Json& entry = add(depth);
+    entry.update(atomJson(atom));
+    entry["names"] = namesJson(atom.getEntities());
+    return true;
+  }
+  bool interfaces(const InterfaceAtomFilter& atom, std::size_t depth) override {
+    Json& entry = add(depth);
+    entry.update(atomJson(atom));
+    Json items = Json::array();
+    for (const InterfaceInfo& item : atom.getInterfaces()) {
+      Json interface;
+      interface["name"] = item.getName();
+      interface["direction"] = directionWord(item.getDirection());
+      items.push_back(interface);
+    }
+    entry["interfaces"] = items;
+    return true;
+  }
+
+ private:
+  Json& add(std::size_t depth) {
     Json entry;
     entry["depth"] = depth;
-    if (const auto* compound = dynamic_cast<const Filter*>(node)) {
-      entry["operator"] = codeWord(WordKind::FilterOperator, compound->getOperator());
-      const Filter::Children& children = compound->getChildren();
-      for (auto child = children.rbegin(); child != children.rend(); ++child) stack.emplace_back(child->get(), depth + 1);
-    } else {
-      entry.update(atomJson(static_cast<const AtomFilter&>(*node)));
-    }
     nodes.push_back(std::move(entry));
+    return nodes.back();
   }
-  return nodes;
+};
+
+// The nodes of the filter tree; none for a request without a filter (an
+// empty root).
+Json filterJson(const Filter& root) {
+  if (root.getChildren().empty()) return Json::array();
+  FilterNodes nodes;
+  lytFilterParser::walkFilterTree(root, nodes);
+  return std::move(nodes.nodes);
 }
 
 Json columnJson(const TavColumn& column, const Column* query) {
@@ -107,13 +125,14 @@ Json networkJson(const NetworkKovaRequest& request) {
 // The words of a list, each followed by nothing but the blank between them.
 std::string joined(const Json& words) {
   std::string text;
-  for (const Json& word : words) text += (text.empty() ? "" : " ") + word.get<std::string>();
+  for (const Json& word : words) text += (text.empty() ? "" : " ") + shown(word.get<std::string>());
   return text;
 }
 
 std::string indent(std::size_t level) { return std::string(2 * std::min(level, kDeepestIndent), ' '); }
 
 void writeFilter(const Json& nodes, std::ostream& out) {
+  if (nodes.empty()) out << "  filter: none\n";
   for (const Json& node : nodes) {
     const std::size_t depth = node["depth"].get<std::size_t>();
     out << indent(depth + 1);
@@ -127,7 +146,7 @@ void writeFilter(const Json& nodes, std::ostream& out) {
     if (node["negated"].get<bool>()) out << ' ' << codeWord(WordKind::Negation, kNegated);
     if (node.contains("interfaces")) {
       for (const Json& item : node["interfaces"]) {
-        out << ' ' << item["name"].get<std::string>() << " (" << item["direction"].get<std::string>() << ')';
+        out << ' ' << shown(item["name"].get<std::string>()) << " (" << item["direction"].get<std::string>() << ')';
       }
     } else if (!node["names"].empty()) {
       out << ' ' << joined(node["names"]);
@@ -174,14 +193,14 @@ void writeExplanation(const Report& report, std::ostream& out) {
         << codeWord(WordKind::SortOption, kSortIndex) << sort["index"].get<int>() << ' ' << codeWord(WordKind::SortOption, kSortUpdates)
         << sort["updates"].get<int>() << '\n';
   } else {
-    out << "  name: " << tree["name"].get<std::string>() << '\n';
+    out << "  name: " << shown(tree["name"].get<std::string>()) << '\n';
     out << "  data type: " << tree["dataType"].get<std::string>() << '\n';
   }
   if (!report.peers) return;
   for (const PeerVerdict& verdict : *report.peers) {
-    out << "peer " << verdict.peer << ": " << (verdict.valid ? "valid" : "invalid: " + verdict.message) << '\n';
+    out << "peer " << verdict.peer << ": " << (verdict.valid ? "valid" : "invalid: " + shown(verdict.message)) << '\n';
     for (const Diagnostic& loss : verdict.losses) {
-      out << "  " << lytFilterParser::severityName(loss.severity) << ": " << loss.message << " [" << loss.code
+      out << "  " << lytFilterParser::severityName(loss.severity) << ": " << shown(loss.message) << " [" << loss.code
           << "]\n";
     }
   }

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -24,6 +25,9 @@ void stripCarriageReturn(std::string& line) {
 // a byte order mark; throws UsageError naming `name` when reading fails.
 void forEachLine(std::istream& stream, const std::string& name,
                  const std::function<void(std::string& line, int number)>& handle) {
+  // Nothing read yet: the stream was unusable from the start (main() marks
+  // a closed standard input so).
+  if (stream.bad()) throw UsageError("cannot read " + name + ": " + std::strerror(EBADF));
   std::string line;
   int number = 0;
   while (std::getline(stream, line)) {
@@ -37,12 +41,15 @@ void forEachLine(std::istream& stream, const std::string& name,
   if (stream.bad()) throw UsageError("cannot read " + name);
 }
 
-void forEachRequestLine(std::istream& stream, const std::string& name,
+// `label` names the input in the messages about its lines.
+void forEachRequestLine(std::istream& stream, const std::string& name, std::string_view label,
                         const std::function<void(const Request&)>& handle) {
   forEachLine(stream, name, [&](std::string& line, int number) {
-    if (!isSkippedLine(line)) handle(Request{line, number});
+    if (!isSkippedLine(line)) handle(Request{std::move(line), number, label});
   });
 }
+
+bool holdsBlank(const std::string& word) { return word.find(' ') != std::string::npos; }
 
 // Opens `path` for reading; a directory or a file that cannot be opened is
 // a usage error that says why.
@@ -82,23 +89,29 @@ void forEachRequest(const Source& source, std::istream& in, const std::function<
   if (source.file) {
     if (!source.words.empty()) throw UsageError("give either a request or --file, not both");
     if (*source.file == "-") {
-      forEachRequestLine(in, "standard input", handle);
+      forEachRequestLine(in, "standard input", kStandardInputName, handle);
       return;
     }
     std::ifstream file = openFile(*source.file);
-    forEachRequestLine(file, *source.file, handle);
+    forEachRequestLine(file, *source.file, *source.file, handle);
     return;
   }
   if (stdinWords) {
-    forEachRequestLine(in, "standard input", handle);
+    forEachRequestLine(in, "standard input", kStandardInputName, handle);
     return;
+  }
+  // Unquoted words are joined into one request; an argument with a blank in
+  // it is a whole request, and it does not stand beside others.
+  if (source.words.size() > 1 && std::any_of(source.words.begin(), source.words.end(), holdsBlank)) {
+    throw UsageError(
+        "several requests given: quote one request as one argument, or give them one per line with --file");
   }
   std::string text;
   for (const std::string& word : source.words) {
     if (!text.empty()) text += ' ';
     text += word;
   }
-  handle(Request{text, 0});
+  handle(Request{text, 0, {}});
 }
 
 NameMap readNameMap(const std::string& path) {

@@ -8,6 +8,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "commands.h"
@@ -24,7 +25,11 @@ class UsageError : public std::runtime_error {
 struct Request {
   std::string text;
   int line = 0;
+  std::string_view file;  // batch input: the file as given, "<stdin>" for standard input
 };
+
+// The name of standard input in messages about its lines.
+constexpr const char* kStandardInputName = "<stdin>";
 
 // Where a subcommand takes its requests from.
 struct Source {
@@ -36,7 +41,9 @@ struct Source {
 // --file is given or the words are missing or "-", every line of the file or
 // of `in` that is neither blank nor a comment ("#" first); a byte order mark
 // before the first line is skipped. Throws UsageError for a file that cannot
-// be read (a directory, say) or for both a request and --file.
+// be read (a directory, say; a closed standard input), for both a request
+// and --file, and for words of which one holds a blank while there are
+// others: several whole requests, which joining would merge into one.
 void forEachRequest(const Source& source, std::istream& in, const std::function<void(const Request&)>& handle);
 
 // Reads lines "name resolved"; blank lines and "#" comments are skipped.

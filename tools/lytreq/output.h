@@ -15,7 +15,8 @@ namespace lytreq {
 // "errorLength" (byte offset and length in "input"; length 0 just past its
 // end) when the place is known and "suggestions"; last "warnings", every
 // diagnostic as {"code", "severity", "message", "start", "length"} in bytes
-// of "input". A check that refuses the request has "errorStart" and
+// of "input". Bytes of the request that are not UTF-8 are U+FFFD in
+// "input", and every place counts bytes of that "input" as written. A check that refuses the request has "errorStart" and
 // "errorLength" after its "message" when the place is known.
 Json reportJson(const Report& report);
 
@@ -23,14 +24,33 @@ Json reportJson(const Report& report);
 // refused.
 std::string jsonLine(const Json& value);
 
-// Writes a report. Text: the result to `out`, each line after "N:" (its
-// input line number) with `lineNumbers` in batch input; a fault to `err` as
-// "line N: message" (batch) or "lytreq: message", followed by the request,
-// a "^~~~" marker under the place and "Did you mean: ..." when the library
-// suggests words; then every diagnostic the same way as "... warning:
-// MESSAGE [CODE]" (or "note:"). JSON: one line to `out`, and for a fault in
-// batch input "line N: message" to `err`.
-void writeReport(const Report& report, bool json, bool lineNumbers, std::ostream& out, std::ostream& err);
+// How reports are written.
+struct WriteOptions {
+  bool json = false;
+  bool lineNumbers = false;  // -n: "N:" before each line of a result (1 for a request given as argument)
+  bool separate = false;     // results of several lines: an empty line between those of two requests
+};
+
+// Writes the reports of one call. Text: the result to `out`, each line after
+// "N:" with `lineNumbers`; a fault to `err` as "lytreq: MESSAGE" or, in batch
+// input, "FILE:LINE:COLUMN: error: MESSAGE" (COLUMN, in bytes from 1, left
+// out when the place is not known), followed by the request, a "^~~~" marker
+// under the place and "Did you mean: ..." when the library suggests words;
+// then every diagnostic the same way as "... warning: MESSAGE [CODE]" (or
+// "note:"). JSON: one line to `out`, and for a fault in batch input its
+// "FILE:LINE:COLUMN: error: MESSAGE" to `err`. Messages show control
+// characters escaped (shown()).
+class ReportWriter {
+ public:
+  ReportWriter(WriteOptions options, std::ostream& out, std::ostream& err);
+  void write(const Report& report);
+
+ private:
+  WriteOptions options_;
+  std::ostream& out_;
+  std::ostream& err_;
+  bool wrote_ = false;  // a result has been written (separate)
+};
 
 // The text the report writes to standard output. A check of batch input
 // writes a verdict line also for a request it could not check:

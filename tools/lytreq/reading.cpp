@@ -13,7 +13,8 @@ Fault faultOf(const lytFilterParser::Refusal& refusal) {
 
 }  // namespace
 
-bool isBlank(const std::string& text) { return tokenSpans(text).empty(); }
+// Blanks alone separate tokens: any other character is part of one.
+bool isBlank(const std::string& text) { return text.find_first_not_of(' ') == std::string::npos; }
 
 Reading readRequest(const std::string& text) {
   Reading reading;
@@ -21,11 +22,23 @@ Reading readRequest(const std::string& text) {
     reading.fault = Fault{"empty request", std::nullopt, {}};
     return reading;
   }
+  {
+    // The message may hold a word as long as the request: it is let go
+    // before the refusal makes its own.
+    std::string error;
+    reading.request.reset(LYTKovaRequest::getLYTKovaRequest(text, error));
+    if (reading.request) return reading;
+  }
+  std::optional<lytFilterParser::Refusal> refusal = lytFilterParser::readRefusal(text);
+  if (refusal) {
+    reading.fault = Fault{std::move(refusal->message), Span{refusal->start, refusal->length},
+                          std::move(refusal->suggestions)};
+    return reading;
+  }
   std::string error;
-  reading.request.reset(LYTKovaRequest::getLYTKovaRequest(text, error));
-  if (reading.request) return reading;
-  const std::optional<lytFilterParser::Refusal> refusal = lytFilterParser::readRefusal(text);
-  reading.fault = refusal ? faultOf(*refusal) : Fault{error, std::nullopt, {}};
+  // A refusal without a place (rare): read again for the message.
+  std::unique_ptr<LYTKovaRequest>(LYTKovaRequest::getLYTKovaRequest(text, error));
+  reading.fault = Fault{std::move(error), std::nullopt, {}};
   return reading;
 }
 

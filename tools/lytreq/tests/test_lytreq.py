@@ -101,7 +101,7 @@ expect("echo.no-break-space", ["parse", NBSP], "",
        "lytreq: warning: U+00A0 (no-break space) inside `svc\u00a0`: it is part of the word; only a blank separates"
        " words [invisible-character]\n  -k svc\\u{00A0} -v wb\n        ^~~~~~~~\n", 1)
 for name, text, message, echo, marker in [
-        ("tab", "-k\tsvc -v wb -x", "Invalid option: -k\tsvc", "-k\\tsvc -v wb -x", "^~~~~~~"),
+        ("tab", "-k\tsvc -v wb -x", "Invalid option: -k\\tsvc", "-k\\tsvc -v wb -x", "^~~~~~~"),
         ("zero-width", "-k \u200bsvc -v wb", "Invalid type: \u200bsvc", "-k \\u{200B}svc -v wb", "   ^~~~~~~~~~~"),
         ("wide", "-f src 日本 -k é -v wb", "Invalid type: é", "-f src 日本 -k é -v wb", "               ^"),
         ("long", "-k src -v wb " + "x" * 100 + " -Q " + "y" * 200, "Invalid option: -Q",
@@ -111,6 +111,51 @@ for name, text, message, echo, marker in [
            "lytreq: %s\n  %s\n  %s\n%s" % (message, echo, marker, hint), 1)
 code, out, err = run(["parse"], stdin="-k src -v " + "w" * 1000000 + "\n")
 check("echo.megabyte", code == 1 and len(err) < 1001000, len(err))
+
+# Words are joined into one request; two arguments that are whole requests are not.
+expect("joined.words", ["parse", "-k", "src", "-v", "wb"], WB)
+for args in (["-k src -v wb", "-k dst"], ["-k", "src -v wb"]):
+    expect("joined.requests " + repr(args), ["parse"] + args, "", "lytreq: several requests given: quote one request "
+           "as one argument, or give them one per line with --file\n", 2)
+# Places in JSON index the "input" JSON holds, where bytes that are not UTF-8 are U+FFFD.
+for name, text in [("bytes", b"-f src \xff\xfe -k Src -v wb\n"), ("cut-sequence", b"-f src \xe2\x82 -k Src -v wb\n"),
+                   ("surrogate", b"-f src \xed\xa0\x80 -k Src -v wb\n")]:
+    proc = subprocess.run([TOOL, "parse", "--json"], input=text, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+    got = json.loads(proc.stdout) if proc.returncode == 1 else {}
+    raw = got.get("input", "").encode("utf-8")
+    check("json.not-utf8." + name, raw[got.get("errorStart", 0):][:got.get("errorLength", 0)] == b"Src"
+          and "\ufffd" in got.get("input", ""), proc.stdout)
+proc = subprocess.run([TOOL, "names", "--json"], input=b"-f src \xff -f or\n", stdout=subprocess.PIPE)
+got = json.loads(proc.stdout)
+check("json.not-utf8.warning", got["input"].encode("utf-8")[got["warnings"][0]["start"]:][:5] == b"-f or", proc.stdout)
+# Control characters never reach the terminal: messages, warnings and
+# verdicts escape them as the echo does; the result text stays exact.
+ESC = "-k \x1bc -v wb"
+expect("control.message", ["parse", ESC], "", "lytreq: Invalid type: \\x1Bc\n  -k \\x1Bc -v wb\n     ^~~~~\n"
+       "lytreq: warning: U+001B (control character) inside `\\x1Bc`: it is part of the word; only a blank separates"
+       " words [invisible-character]\n  -k \\x1Bc -v wb\n     ^~~~\n", 1)
+expect("control.verdict", ["check", "-n", "--no-warnings"], "1:error: Invalid type: \\x1Bc\n",
+       "<stdin>:1:4: error: Invalid type: \\x1Bc\n  -k \\x1Bc -v wb\n     ^~~~~\n", 1, stdin=ESC + "\n")
+expect("control.result-exact", ["parse", "--no-warnings", "-f src a\x1bb -k src -v wb"],
+       "-f src  a\x1bb    -k src acc=replace -v wb acc=rate \n")
+expect("control.explain", ["explain", "--no-warnings", "vl a\x07b"], "vl request\n  name: a\\x07b\n  data type: wire\n" + "".join(
+    "peer %d: invalid: peer %d has no text for this request: it is written as an empty line\n" % (peer, peer)
+    for peer in (1, 2)) + "peer 3: valid\n")
+# A closed standard input is an error, not an empty success.
+proc = subprocess.run(["bash", "-c", 'exec "$0" check <&-', TOOL], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                      text=True)
+check("closed-stdin", (proc.returncode, proc.stdout, proc.stderr) ==
+      (2, "", "lytreq: cannot read standard input: Bad file descriptor\n"), proc.stderr)
+proc = subprocess.run(["bash", "-c", 'exec "$0" check "-k src -v wb" <&-', TOOL], stdout=subprocess.PIPE, text=True)
+check("closed-stdin.unread", (proc.returncode, proc.stdout) == (0, "valid; minimal peer: 1\n"), proc.stdout)
+# -n numbers a request given as argument as line 1.
+expect("numbered.argument", ["names", "-n", "-f src a b"], "1:a\n1:b\n")
+expect("numbered.argument-parse", ["parse", "-n", "-k src -v wb"], "1:" + WB)
+# The legacy syntax has no line utilisation: written as -y b, with a warning.
+expect("legacy.line-utilisation", ["parse", "--peer", "2", "-k src -v wb acc=lineUtil"],
+       "-filter [ and []] -a a -y b -g topsrc \n",
+       "lytreq: warning: `acc=lineUtil` reads back as `acc=rate` for peer 2 [mode-changed]\n"
+       + caret("-k src -v wb acc=lineUtil", 13, 12))
 
 # --- check, convert, columns, names -----------------------------------------
 expect("check.current-only", ["check", "-k telNumber -v wb"], "valid; minimal peer: 3\n")
@@ -163,7 +208,7 @@ expect("warning.hidden", ["check", "--strict", "--no-warnings", IGNORED], "valid
 NOTED = "-k src a a -v wb"  # a note is no warning: --strict lets it pass
 expect("warning.note", ["parse", "--strict", NOTED], " -k src acc=replace a a -v wb acc=rate \n",
        "lytreq: note: `a` is named twice here (first at byte 7) [entity-duplicate]\n" + caret(NOTED, 9, 1))
-expect("warning.batch", ["parse", "-n"], "1:" + WB + "2:" + IGNORED_OUT, "line 2: " + IGNORED_WARNING,
+expect("warning.batch", ["parse", "-n"], "1:" + WB + "2:" + IGNORED_OUT, "<stdin>:2:10: " + IGNORED_WARNING,
        stdin="-k src -v wb\n" + IGNORED + "\n")
 # Places in JSON are bytes of the input.
 expect("warning.json", ["names", "--json", "-f src café -f or"], [report(
@@ -204,6 +249,12 @@ check("explain.network.json", (tree.get("filter"), tree.get("values", [{}])[0].g
      {"depth": 1, "operator": "and"}, {"depth": 2, "type": "dst", "negated": False, "names": ["x"]}],
     {"number": 17, "name": "VAL64_1"}, {"type": "none", "index": 1, "updates": 50}), out)
 NO_TEXT = "peer %d has no text for this request: it is written as an empty line"
+expect("explain.no-filter", ["explain", "--no-warnings", "-k src -v wb"],
+       "network request\n  filter: none\n  key: src acc=replace" + OPTIONS + "\n    query column: 23 STR_1\n"
+       "  value: wb acc=rate" + OPTIONS + "\n    query column: 17 VAL64_1\n  sort: none index=1 updates=50\n"
+       "peer 1: valid\npeer 2: valid\npeer 3: valid\n")
+code, out, err = run(["explain", "--json", "-k src -v wb"])
+check("explain.no-filter.json", code == 0 and json.loads(out).get("filter") == [], out)
 expect("explain.vl", ["explain", "vl link7"], "vl request\n  name: link7\n  data type: wire\n"
        + "".join("peer %d: invalid: %s\n" % (peer, NO_TEXT % peer) for peer in (1, 2)) + "peer 3: valid\n")
 expect("explain.vl.json", ["explain", "--json", "vl link7 -t app"], [report(
@@ -243,27 +294,51 @@ with tempfile.TemporaryDirectory() as work:
 
     # --- batch input: comments, blank lines, CR, a bad line in the middle ---
     batch = "-k src -v wb\n\n# a comment\n  # an indented comment\n-k src -v wb -x\r\n-k svc -v pkt\n"
-    bad_line = "line 5: Invalid option: -x\n" + caret("-k src -v wb -x", 13, 2) + "Did you mean: -f, -k, -v\n"
+    # Messages about a line say where it is as compilers do: FILE:LINE:COLUMN
+    # (COLUMN in bytes from 1), the file as given, <stdin> for standard input.
+    bad_line = ":5:14: error: Invalid option: -x\n" + caret("-k src -v wb -x", 13, 2) + "Did you mean: -f, -k, -v\n"
     two = WB + " -k svc acc=replace -v pkt acc=rate \n"
     requests = write("requests.txt", batch)
+    # Without -n, a refused line leaves an empty line: one output line per request line.
     for args in (["parse"], ["parse", "-"], ["parse", "--file", "-"]):
-        expect("batch " + " ".join(args), args, two, bad_line, 1, stdin=batch)
+        expect("batch " + " ".join(args), args, WB + "\n" + two.split("\n")[1] + "\n", "<stdin>" + bad_line, 1,
+               stdin=batch)
+    expect("batch.file-name", ["parse", "--file", requests], WB + "\n" + two.split("\n")[1] + "\n",
+           requests + bad_line, 1)
     expect("batch.json", ["parse", "--json", "--file", requests], [
         report(input="-k src -v wb", line=1, request=WB.strip("\n")),
         report(input="-k src -v wb -x", line=5, error="Invalid option: -x", errorStart=13, errorLength=2,
                suggestions=["-f", "-k", "-v"]),
         report(input="-k svc -v pkt", line=6, request=" -k svc acc=replace -v pkt acc=rate "),
-    ], "line 5: Invalid option: -x\n", 1)
+    ], requests + ":5:14: error: Invalid option: -x\n", 1)
     expect("batch.empty-input", ["names"], "", stdin="")
     # Every input line can be matched to its output: -n numbers the lines of
     # a result, check gives a verdict for each request, and the lists of
     # several requests are set apart.
-    expect("batch.numbered", ["parse", "-n"], "1:" + WB + "6:" + two.split("\n")[1] + "\n", bad_line, 1, stdin=batch)
+    expect("batch.numbered", ["parse", "-n"], "1:" + WB + "6:" + two.split("\n")[1] + "\n", "<stdin>" + bad_line, 1,
+           stdin=batch)
     expect("batch.check-every-line", ["check", "--line-number", "--file", requests],
-           "1:valid; minimal peer: 1\n5:error: Invalid option: -x\n6:valid; minimal peer: 1\n", bad_line, 1)
-    expect("batch.names-apart", ["names"], "\ngw1\n\nweb1\n", stdin="-k src -v wb\n-f src gw1\n-k dst web1\n")
-    expect("batch.columns-apart", ["columns", "-n"], "1:23  STR_1                 key    src\n\n"
-           "2:24  STR_1                 key    svc\n".replace("24", "23"), stdin="-k src\n-k svc\n")
+           "1:valid; minimal peer: 1\n5:error: Invalid option: -x\n6:valid; minimal peer: 1\n", requests + bad_line, 1)
+    expect("batch.unplaced", ["parse"], "\n", "<stdin>:1: error: Not a valid argument for type\n",
+           1, stdin="-k telNumber -v wb\n")
+    LEGACY = "-g topsrc -y b\n# skipped\n\n-g bogus\n-g topdst -y c\n"
+    expect("batch.convert-line-per-line", ["convert"],
+           " -k src acc=replace -v wb acc=rate -s top \n\n -k dst acc=replace -v conn acc=new -s top \n",
+           "<stdin>:4:4: error: Invalid key type\n" + caret("-g bogus", 3, 5), 1, stdin=LEGACY)
+    # The lists of several requests are set apart by an empty line between
+    # two that are not empty; with -n every line carries its number instead.
+    NAMED = "-k src -v wb\n-f src gw1\n-k dst web1\n"
+    expect("batch.names-apart", ["names"], "gw1\n\nweb1\n", stdin=NAMED)
+    expect("batch.names-numbered", ["names", "-n"], "2:gw1\n3:web1\n", stdin=NAMED)
+    expect("batch.columns-numbered", ["columns", "-n"], "1:23  STR_1                 key    src\n"
+           "2:23  STR_1                 key    svc\n", stdin="-k src\n-k svc\n")
+    expect("batch.explain-apart", ["explain"], "vl request\n  name: a\n  data type: wire\n" + "".join(
+        "peer %d: invalid: %s\n" % (peer, NO_TEXT % peer) for peer in (1, 2)) + "peer 3: valid\n\nvl request\n"
+           "  name: b\n  data type: wire\n" + "".join(
+        "peer %d: invalid: %s\n" % (peer, NO_TEXT % peer) for peer in (1, 2)) + "peer 3: valid\n",
+           stdin="vl a\nvl b\n")
+    expect("batch.file-twice", ["parse", "--file", requests, "--file", requests], "",
+           usage("--file is taken once: give one file (cat several into standard input)", "parse"), 2)
     expect("batch.request-and-file", ["parse", "--file", requests, "-k src -v wb"], "",
            "lytreq: give either a request or --file, not both\n", 2)
 
