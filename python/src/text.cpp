@@ -25,7 +25,7 @@ void setRequestError(const Fault& fault) {
     length = py::int_(fault.place->length);
   }
   py::object error =
-      py::reinterpret_borrow<py::object>(errorClass)(fault.message, start, length, fault.suggestions);
+      py::reinterpret_borrow<py::object>(errorClass)(pythonText(fault.message), start, length, fault.suggestions);
   PyErr_SetObject(errorClass, error.ptr());
 }
 
@@ -34,8 +34,20 @@ void setRequestError(const Fault& fault) {
 std::string utf8(const py::str& text) {
   Py_ssize_t size = 0;
   const char* data = PyUnicode_AsUTF8AndSize(text.ptr(), &size);
-  if (data == nullptr) throw py::error_already_set();
-  return std::string(data, static_cast<std::size_t>(size));
+  if (data != nullptr) return std::string(data, static_cast<std::size_t>(size));
+  // Bytes that were no UTF-8, kept as lone surrogates, go back as they were.
+  if (!PyErr_ExceptionMatches(PyExc_UnicodeEncodeError)) throw py::error_already_set();
+  PyErr_Clear();
+  const py::object bytes =
+      py::reinterpret_steal<py::object>(PyUnicode_AsEncodedString(text.ptr(), "utf-8", "surrogateescape"));
+  if (!bytes) throw py::error_already_set();
+  return std::string(PyBytes_AS_STRING(bytes.ptr()), static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.ptr())));
+}
+
+py::str pythonText(const std::string& text) {
+  PyObject* made = PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()), "surrogateescape");
+  if (made == nullptr) throw py::error_already_set();
+  return py::reinterpret_steal<py::str>(made);
 }
 
 Place Characters::operator()(std::size_t start, std::size_t length) {
