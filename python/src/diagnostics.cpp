@@ -80,10 +80,14 @@ void bindDiagnostics(py::module_& module) {
   const py::module_ values = py::module_::import("lytfilterparser._diagnostic");
   diagnosticClass = py::object(values.attr("Diagnostic")).release().ptr();
   codeClass = py::object(values.attr("DiagnosticCode")).release().ptr();
-  module.def("lint", &lint, py::arg("text"));
+  module.def("lint", &lint, py::arg("text"),
+             "lint(text: str) -> List[Diagnostic]\n\nWhat the reader accepts in a text but may surprise, placed in characters of it.");
   module.def("convert_with_diagnostics", &convertWithDiagnostics, py::arg("text"),
-             py::arg("peer") = int(TAV_VERSION_LEGACY_2));
-  module.def("diagnostic_codes", &diagnosticCodes);
+             py::arg("peer") = int(TAV_VERSION_LEGACY_2),
+             "convert_with_diagnostics(text: str, peer: int = 2) -> Tuple[str, List[Diagnostic]]\n\n"
+             "convert(text, peer) and what the translation skipped or changed, placed in the line.");
+  module.def("diagnostic_codes", &diagnosticCodes,
+             "diagnostic_codes() -> List[DiagnosticCode]\n\nEvery code a Diagnostic may have.");
 }
 
 }  // namespace lfp_python

@@ -261,27 +261,62 @@ void bindRequests(py::module_& module) {
   const int current = TAV_VERSION_CURRENT;
   // Local to this module: pybind11 then finds the classes in its first
   // lookup on every call and every new request, not after missing there.
-  py::class_<Request>(module, "Request", py::module_local())
-      .def("dump", &Request::dump, arg("peer") = py::none())
-      .def("module_names", &Request::moduleNames)
+  py::class_<Request>(module, "Request", py::module_local(),
+                      "A request the library read or built: a NetworkRequest or an E2ERequest. Mutable (check,\n"
+                      "validate and resolve change it in place), equal by model, not hashable.")
+      .def("dump", &Request::dump, arg("peer") = py::none(),
+           "dump(peer: Optional[int] = None) -> str\n\n"
+           "The text the library writes for the request: in the current syntax, or for peer 1 to 3 (1 and 2:\n"
+           "the legacy option syntax; a link has none, ''). Raises RequestError where the library has no\n"
+           "text for it, ValueError for another peer.")
+      .def("module_names", &Request::moduleNames,
+           "module_names() -> List[str]\n\nThe names the request refers to: the filter's, then the key columns'.")
       .def("_set_module_names", &Request::setModuleNames, arg("names"), arg("resolved"))
-      .def("model", &Request::model)
-      .def("fidelity", &Request::fidelity, arg("peer"))
-      .def("copy", &Request::copy)
-      .def("__copy__", &Request::copy)
-      .def("__deepcopy__", [](Request& request, const py::object&) { return request.copy(); }, arg("memo"));
-  py::class_<NetworkRequest, Request>(module, "NetworkRequest", py::module_local())
-      .def("check", &NetworkRequest::check, arg("peer") = current)
-      .def("validate", &NetworkRequest::validate, arg("peer") = current)
-      .def("minimal_peer", &NetworkRequest::minimalPeer)
-      .def("columns", &NetworkRequest::columns, arg("peer") = current);
-  py::class_<E2ERequest, Request>(module, "E2ERequest", py::module_local())
-      .def_property_readonly("name", &E2ERequest::name);
+      .def("model", &Request::model,
+           "model() -> Model\n\n"
+           "The request as a NetworkModel or an E2EModel, new frozen dataclasses; build(model) gives the\n"
+           "request back. Works at any depth of the filter.")
+      .def("fidelity", &Request::fidelity, arg("peer"),
+           "fidelity(peer: int) -> List[Diagnostic]\n\n"
+           "What writing the request for peer 1 to 3 loses or changes, placed in the text it was parsed\n"
+           "from. ValueError for another peer.")
+      .def("copy", &Request::copy, "copy() -> Request\n\nAn independent copy, with the same text.")
+      .def("__copy__", &Request::copy, "__copy__() -> Request")
+      .def("__deepcopy__", [](Request& request, const py::object&) { return request.copy(); }, arg("memo"),
+           "__deepcopy__(memo: object) -> Request");
+  py::class_<NetworkRequest, Request>(module, "NetworkRequest", py::module_local(),
+                                     "A request for a traffic view: filter, key and value columns, sort.")
+      .def("check", &NetworkRequest::check, arg("peer") = current,
+           "check(peer: int = 3) -> Tuple[bool, str]\n\n"
+           "The library's validation for peer 0 to 3: (valid, message). Completes the request in place as\n"
+           "the validation does. ValueError for another peer.")
+      .def("validate", &NetworkRequest::validate, arg("peer") = current,
+           "validate(peer: int = 3) -> None\n\n"
+           "check(peer), raising RequestError with the message and the place of the item that made it\n"
+           "fail. ValueError for a peer outside 0 to 3.")
+      .def("minimal_peer", &NetworkRequest::minimalPeer,
+           "minimal_peer() -> Optional[int]\n\nThe oldest peer that accepts the request (asked of a copy), None for none.")
+      .def("columns", &NetworkRequest::columns, arg("peer") = current,
+           "columns(peer: int = 3) -> List[int]\n\n"
+           "The 1-based query-interface columns of the keys then the values for peer 1 to 3. ValueError\n"
+           "for another peer.");
+  py::class_<E2ERequest, Request>(module, "E2ERequest", py::module_local(),
+                                 "An end-to-end request: the counters of one virtual link.")
+      .def_property_readonly("name", &E2ERequest::name, "The name of the virtual link (as link).");
 
-  module.def("parse", &parse, arg("text"));
-  module.def("build", &build, arg("model"));
-  module.def("convert", &convert, arg("text"), arg("peer") = int(TAV_VERSION_LEGACY_2));
-  module.def("tokenize", &tokenize, arg("text"));
+  module.def("parse", &parse, arg("text"),
+             "parse(text: str) -> Optional[Request]\n\n"
+             "The request of a text: a NetworkRequest, or an E2ERequest for a text that starts with the word\n"
+             "vl; None for a text without a word. Raises RequestError with the library's message, its place\n"
+             "in characters of the text and suggestions. Every character counts: a line's newline is part of\n"
+             "its last word.");
+  module.def("build", &build, arg("model"), "build(model: Model) -> Request");
+  module.def("convert", &convert, arg("text"), arg("peer") = int(TAV_VERSION_LEGACY_2),
+             "convert(text: str, peer: int = 2) -> str\n\n"
+             "A legacy command line of peer 1 or 2 in the current syntax. Raises RequestError as parse does,\n"
+             "ValueError for another peer.");
+  module.def("tokenize", &tokenize, arg("text"),
+             "tokenize(text: str) -> List[str]\n\nThe words of a text as the readers cut it: at blanks, and around brackets.");
   module.attr("CURRENT_PEER") = current;
 }
 

@@ -58,6 +58,7 @@ void bindVocabulary(py::module_& module) {
   module.def("_words", &words);
   module.def("_find_words", &findWords, py::arg("text"));
   module.def("word_kind_name", [](WordKind kind) { return std::string(lytFilterParser::wordKindName(kind)); },
+             "word_kind_name(kind: WordKind) -> str\n\nA short name of a kind of word for people.",
              py::arg("kind"));
   // The code the readers keep for a second kind of concurrent counting, which
   // has no word of its own: it is written as the first kind.
