@@ -32,7 +32,7 @@ def read_requests(source: Union[str, "os.PathLike[str]", IO[bytes], IO[str]]
 
 def _lines(file: Union[IO[bytes], IO[str]]) -> Iterator[Tuple[int, Union["_ext.Request", RequestError]]]:
     for number, raw in enumerate(file, 1):
-        line = raw.decode("utf-8", "surrogateescape") if isinstance(raw, bytes) else raw
+        line = raw.decode("utf-8", "surrogateescape") if isinstance(raw, bytes) else str(raw)
         if number == 1 and line.startswith(_BYTE_ORDER_MARK.decode()):
             line = line[1:]
         if line.endswith("\n"):

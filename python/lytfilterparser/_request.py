@@ -4,17 +4,21 @@ binds the library's operations (dump, check, columns ...) straight onto
 its classes, so that they cost no Python frame; what is written here in
 Python is added onto the same classes at import (see _install)."""
 
-import os
-from typing import IO, Any, Callable, Iterator, List, Mapping, Optional, Tuple, Union
+from typing import Any, Callable, Dict, List, Mapping, Tuple, overload
 
 from . import _lytfilterparser as _ext
 from ._error import RequestError
-from ._model import (Column, Compound, DataType, E2EModel, Model, NetworkModel, Sort, _DATA_TYPE_MEMBERS,
-                     _WORDS)
+from ._model import E2EModel, Model, NetworkModel
 
 Request = _ext.Request
 NetworkRequest = _ext.NetworkRequest
 E2ERequest = _ext.E2ERequest
+
+
+@overload
+def build(model: NetworkModel) -> "_ext.NetworkRequest": ...
+@overload
+def build(model: E2EModel) -> "_ext.E2ERequest": ...
 
 
 def build(model: Model) -> "_ext.Request":
@@ -62,7 +66,7 @@ def _str(self: Any) -> str:
         return _repr(self)
 
 
-def _reduce(self: Any) -> Tuple[Callable[[Model], "_ext.Request"], Tuple[Model]]:
+def _reduce(self: Any) -> Tuple[Callable[..., "_ext.Request"], Tuple[Model]]:
     """Pickled as its model, unpickled by build()."""
     return (build, (self.model(),))
 
@@ -105,21 +109,24 @@ def _resolve(self: Any, mapping: Mapping[str, str]) -> None:
 
 
 def _install() -> None:
-    for cls in (Request,):
-        cls.__eq__ = _eq
-        cls.__ne__ = _ne
-        cls.__hash__ = None  # mutable: check(), validate() and resolve() change a request in place
-        cls.__repr__ = _repr
-        cls.__str__ = _str
-        cls.__reduce__ = _reduce
-        cls.resolve = _resolve
-    NetworkRequest.filter = _model_part("filter", "The filter tree, a Compound (model().filter).")
-    NetworkRequest.keys = _model_part("keys", "The key columns, a tuple of Column (model().keys).")
-    NetworkRequest.values = _model_part("values", "The value columns, a tuple of Column (model().values).")
-    NetworkRequest.sort = _model_part("sort", "The sort, a Sort (model().sort).")
-    E2ERequest.link = _model_part("link", "The name of the virtual link (model().link).")
-    E2ERequest.data_type = _model_part("data_type", "The data type of its counters, a DataType "
-                                                    "(model().data_type).")
+    added: Dict[type, Dict[str, Any]] = {
+        Request: {"__eq__": _eq, "__ne__": _ne, "__repr__": _repr, "__str__": _str, "__reduce__": _reduce,
+                  "resolve": _resolve,
+                  "__hash__": None},  # mutable: check(), validate() and resolve() change a request in place
+        NetworkRequest: {
+            "filter": _model_part("filter", "The filter tree, a Compound (model().filter)."),
+            "keys": _model_part("keys", "The key columns, a tuple of Column (model().keys)."),
+            "values": _model_part("values", "The value columns, a tuple of Column (model().values)."),
+            "sort": _model_part("sort", "The sort, a Sort (model().sort)."),
+        },
+        E2ERequest: {
+            "link": _model_part("link", "The name of the virtual link (model().link)."),
+            "data_type": _model_part("data_type", "The data type of its counters, a DataType (model().data_type)."),
+        },
+    }
+    for cls, members in added.items():
+        for name, member in members.items():
+            setattr(cls, name, member)
 
 
 _install()

@@ -155,7 +155,7 @@ def test_resolve_arguments() -> None:
     with pytest.raises(lfp.RequestError, match="for: db1$"):
         request.resolve({"web1": "a"})
     with pytest.raises(TypeError):
-        request.resolve({"web1": "a", "db1": 7})  # type: ignore[dict-item]
+        request.resolve({"web1": "a", "db1": 7})
     assert request == parsed("-f src web1 -k src db1 -v wb")
 
 
