@@ -306,8 +306,10 @@ void bindModel(py::module_& module) {
   // classes: the model classes in the order of Classes; tables: per set of
   // words in the order of Words, (code, member) pairs.
   module.def("_set_model_types", [](const py::sequence& classes, const py::sequence& tables) {
+    // Once: a model being made or read holds on to the types registered.
+    if (types != nullptr) throw py::value_error("model types: already set");
     if (classes.size() != CLASSES || tables.size() != WORDS) throw py::value_error("model types: wrong count");
-    auto* made = new Types;
+    auto made = std::make_unique<Types>();
     made->empty = py::tuple(0);
     for (std::size_t i = 0; i < CLASSES; ++i) {
       made->classes[i] = classes[i];
@@ -331,8 +333,7 @@ void bindModel(py::module_& module) {
         if (!table.codes.contains(word)) table.codes[word] = code;
       }
     }
-    delete types;
-    types = made;
+    types = made.release();
   });
 }
 

@@ -273,3 +273,9 @@ def test_any_depth_builds_and_reads_back() -> None:
     with pytest.raises(RecursionError):
         again == model
     assert repr(request).startswith("<lytfilterparser.NetworkRequest '-f ")
+
+
+def test_model_types_are_set_once() -> None:
+    with pytest.raises(ValueError, match="already set"):
+        _ext._set_model_types((), ())
+    assert network(NETWORK[0]).model().keys[0].type == lfp.ValueType.SVC
