@@ -17,6 +17,46 @@ PyObject* errorClass = nullptr;
 
 bool isContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0u) == 0x80u; }
 
+// The length of the well-formed UTF-8 sequence that starts at `at`, 0 when
+// none does (a stray or overlong byte, a surrogate, a sequence cut short).
+std::size_t sequenceAt(const std::string& text, std::size_t at) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned lead = byte(at);
+  std::size_t length = 0;
+  unsigned low = 0x80, high = 0xBF;  // the range of the second byte
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    length = 2;
+  } else if (lead >= 0xE0 && lead <= 0xEF) {
+    length = 3;
+    if (lead == 0xE0) low = 0xA0;
+    if (lead == 0xED) high = 0x9F;
+  } else if (lead >= 0xF0 && lead <= 0xF4) {
+    length = 4;
+    if (lead == 0xF0) low = 0x90;
+    if (lead == 0xF4) high = 0x8F;
+  } else {
+    return lead < 0x80 ? 1 : 0;
+  }
+  if (at + length > text.size() || byte(at + 1) < low || byte(at + 1) > high) return 0;
+  for (std::size_t i = 2; i < length; ++i) {
+    if (!isContinuationByte(text[at + i])) return 0;
+  }
+  return length;
+}
+
+// Whether the byte at `at` starts a character of the str the text decodes
+// to: a well-formed sequence is one character, and every byte of an
+// ill-formed one is a character of its own (a lone surrogate of the
+// "surrogateescape" error handler).
+bool startsCharacter(const std::string& text, std::size_t at) {
+  if (!isContinuationByte(text[at])) return true;
+  for (std::size_t back = 1; back <= 3 && back <= at; ++back) {
+    if (isContinuationByte(text[at - back])) continue;
+    return sequenceAt(text, at - back) <= back;
+  }
+  return true;
+}
+
 void setRequestError(const Fault& fault) {
   py::object start = py::none();
   py::object length = py::none();
@@ -57,8 +97,8 @@ Place Characters::operator()(std::size_t start, std::size_t length) {
 
 std::size_t Characters::before(std::size_t to) {
   to = std::min(to, text.size());
-  for (; byte < to; ++byte) count += isContinuationByte(text[byte]) ? 0 : 1;
-  for (; byte > to; --byte) count -= isContinuationByte(text[byte - 1]) ? 0 : 1;
+  for (; byte < to; ++byte) count += startsCharacter(text, byte) ? 1 : 0;
+  for (; byte > to; --byte) count -= startsCharacter(text, byte - 1) ? 1 : 0;
   return count;
 }
 

@@ -193,3 +193,33 @@ def test_read_requests_as_lytreq_reads_a_file(tmp_path: Any, opened: str) -> Non
            else (n, "request", as_lytreq_writes(r.dump())) for n, r in lines]
     assert got == expected and len(got) == 5
     assert lines[3][1].model().filter.children[0].names[0].name == "a\udcffb"  # type: ignore[union-attr]
+
+
+def test_places_in_texts_with_bytes_that_are_no_utf8(tmp_path: Any) -> None:
+    """A refusal's place counts the characters of the str the bytes decode
+    to with "surrogateescape", where every byte of an ill-formed sequence is
+    one character; lytreq places it in bytes."""
+    import random
+    r = random.Random(5)
+    pieces = [b"\x80", b"\xbf", b"\xc2", b"\xc3\xa9", b"\xe2\x82", b"\xe2\x82\xac", b"\xed\xa0\x80", b"\xe0\x80\x80",
+              b"\xf0\x9f\x98\x80", b"\xf0\x9f\x98", b"\xf4\x90\x80\x80", b"\xff", b"a", b"-"]
+    lines = [b"-k src\x80 -v wb", b"-k \xe2\x82 src -v wb acc=x"] + \
+        [b"-k " + b"".join(r.choice(pieces) for _ in range(r.randint(1, 6))) + b" -v wb " +
+         r.choice([b"", b"acc=x", b"acc=r\xe2\x82"]) for _ in range(300)]
+    path = tmp_path / "bytes.txt"
+    path.write_bytes(b"\n".join(lines) + b"\n")
+    import json
+    proc = subprocess.run([LYTREQ, "parse", "--file", str(path), "--json"], stdout=subprocess.PIPE)
+    reports = {json.loads(line)["line"]: json.loads(line) for line in proc.stdout.decode().splitlines()}
+    compared = 0
+    for number, read in lfp.read_requests(str(path)):
+        report = reports[number]
+        raw = lines[number - 1]
+        if not isinstance(read, lfp.RequestError):
+            assert "request" in report
+            continue
+        start, end = report["errorStart"], report["errorStart"] + report["errorLength"]
+        assert (read.start, read.length) == (len(raw[:start].decode("utf-8", "surrogateescape")),
+                                             len(raw[start:end].decode("utf-8", "surrogateescape"))), raw
+        compared += 1
+    assert compared > 200
