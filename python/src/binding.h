@@ -87,6 +87,9 @@ Fault faultOf(const std::string& message, const std::optional<lytFilterParser::R
 // place, or with what `fault` holds.
 [[noreturn]] void raiseRequestError(const std::string& message);
 [[noreturn]] void raiseRequestError(const Fault& fault);
+// raiseRequestError(fault) for a refusal of `text`, with a note (beside the
+// library's message) when the text ends in a line end.
+[[noreturn]] void raiseRequestError(const Fault& fault, const std::string& text);
 
 // Makes the diagnostics' places places in characters of `text`, their
 // subject (do this before the GIL is taken back for a large text).

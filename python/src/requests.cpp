@@ -198,7 +198,7 @@ py::object parse(const py::str& text) {
   Reading reading = withoutGilIf(bytes.size() >= kReleaseGilAt, [&] { return read(bytes); });
   if (reading.request == nullptr) {
     if (!reading.fault) return py::none();
-    raiseRequestError(*reading.fault);
+    raiseRequestError(*reading.fault, bytes);
   }
   return wrap(std::move(reading.request), std::move(bytes));
 }

@@ -57,7 +57,7 @@ bool startsCharacter(const std::string& text, std::size_t at) {
   return true;
 }
 
-void setRequestError(const Fault& fault) {
+void setRequestError(const Fault& fault, const char* note = nullptr) {
   py::object start = py::none();
   py::object length = py::none();
   if (fault.place) {
@@ -66,6 +66,7 @@ void setRequestError(const Fault& fault) {
   }
   py::object error =
       py::reinterpret_borrow<py::object>(errorClass)(pythonText(fault.message), start, length, fault.suggestions);
+  if (note != nullptr) error.attr("add_note")(note);
   PyErr_SetObject(errorClass, error.ptr());
 }
 
@@ -116,6 +117,16 @@ void raiseRequestError(const std::string& message) { raiseRequestError(Fault{mes
 
 void raiseRequestError(const Fault& fault) {
   setRequestError(fault);
+  throw py::error_already_set();
+}
+
+void raiseRequestError(const Fault& fault, const std::string& text) {
+  // A line read from a file with its line end keeps it in its last word, so
+  // that a well-formed request is refused for a word it does not show.
+  const bool lineEnd = !text.empty() && (text.back() == '\n' || text.back() == '\r');
+  setRequestError(fault, lineEnd ? "the text ends in a line end, which is part of its last word: strip it, or read "
+                                   "files with read_requests()"
+                                 : nullptr);
   throw py::error_already_set();
 }
 

@@ -223,3 +223,15 @@ def test_places_in_texts_with_bytes_that_are_no_utf8(tmp_path: Any) -> None:
                                              len(raw[start:end].decode("utf-8", "surrogateescape"))), raw
         compared += 1
     assert compared > 200
+
+
+@pytest.mark.parametrize("text, noted", [
+    ("-k src -v wb\n", True), ("-k src -v wb\r\n", True), ("-k src -v wb\r", True), ("-k src -v wbx", False),
+    ("-k src\n-v wb", False),
+])
+def test_a_line_end_is_noted(text: str, noted: bool) -> None:
+    with pytest.raises(lfp.RequestError) as raised:
+        lfp.parse(text)
+    notes = getattr(raised.value, "__notes__", [])
+    assert bool(notes) == noted and all("line end" in note for note in notes)
+    assert str(raised.value) == raised.value.message  # the message stays the library's
