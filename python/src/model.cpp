@@ -41,6 +41,9 @@ struct Types {
   std::array<Table, WORDS> tables;
   std::array<std::vector<py::str>, CLASSES> fields;  // each class's field names, interned
   py::tuple empty;
+  // The options of a column that restricts nothing, made on first use:
+  // most columns have them, and a frozen object can be shared.
+  py::object unrestricted;
 };
 
 // Held for the life of the process (as the error class): objects must not
@@ -129,15 +132,33 @@ py::object compound(const Filter& root) {
   }
 }
 
+py::object columnOptions(const TavColumnFilter& options) {
+  return make(COLUMN_OPTIONS,
+              {member(DIRECTION, options.getDirection()), member(ENCRYPTION, options.getEncryptionMode()),
+               member(COMPRESSION, options.getCompressionMode()), member(PRINT, options.getCitrixPrintMode()),
+               member(URL, options.getUrlMode())});
+}
+
+bool restrictsNothing(const TavColumnFilter& options) {
+  const TavColumnFilter none;
+  return options.getDirection() == none.getDirection() && options.getEncryptionMode() == none.getEncryptionMode() &&
+         options.getCompressionMode() == none.getCompressionMode() &&
+         options.getCitrixPrintMode() == none.getCitrixPrintMode() && options.getUrlMode() == none.getUrlMode();
+}
+
 py::object columns(const TavColumnArray& list) {
   py::tuple made(list.size());
   std::size_t i = 0;
   for (const TavColumn& column : list) {
     const TavColumnFilter& options = column.getColumnFilter();
-    py::object madeOptions =
-        make(COLUMN_OPTIONS, {member(DIRECTION, options.getDirection()), member(ENCRYPTION, options.getEncryptionMode()),
-                              member(COMPRESSION, options.getCompressionMode()),
-                              member(PRINT, options.getCitrixPrintMode()), member(URL, options.getUrlMode())});
+    py::object madeOptions;
+    if (restrictsNothing(options)) {
+      registered();
+      if (!types->unrestricted) types->unrestricted = columnOptions(options);
+      madeOptions = types->unrestricted;
+    } else {
+      madeOptions = columnOptions(options);
+    }
     made[i++] = make(COLUMN, {member(VALUE_TYPE, column.getValueType()), member(MODE, column.getAccType()),
                               std::move(madeOptions), names(column.getEntities())});
   }

@@ -279,3 +279,9 @@ def test_model_types_are_set_once() -> None:
     with pytest.raises(ValueError, match="already set"):
         _ext._set_model_types((), ())
     assert network(NETWORK[0]).model().keys[0].type == lfp.ValueType.SVC
+
+
+def test_options_that_restrict_nothing_are_the_defaults() -> None:
+    model = network("-k src -v wb dir=both -v ab enc=yes").model()
+    assert model.keys[0].options == model.values[0].options == lfp.ColumnOptions()
+    assert model.values[1].options == lfp.ColumnOptions(encryption=lfp.Encryption.YES)
