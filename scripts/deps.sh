@@ -20,6 +20,7 @@ DEFAULT_PACKAGES=(
   libbenchmark-dev
   python3
   python3-dev pybind11-dev python3-pytest  # the Python binding and its tests
+  python3-mypy                             # the binding's tests type-check the tests and docs/python.md
   clang libclang-rt-14-dev
   valgrind
   g++-multilib

@@ -68,6 +68,11 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
   void addColumn(bool isKey, const TavColumn& column);
   void setSortType(TavSortType type) { sortType = type; }
   void setSortIndex(long index) { sortIndex = static_cast<int>(index); }
+  // The constructor from parts fixes the update count at defaultMaxUpdates;
+  // this sets the count that "updates=" carries (written when it differs
+  // from the default, checked by isValid), so that a request built from
+  // parts can say what a read one says.
+  void setMaxUpdates(long updates) { maxUpdates = static_cast<int>(updates); }
 
   // Validation for a peer version: true when a peer of `version` serves the
   // request; false with one message in `error` ("Support only one value

@@ -60,6 +60,30 @@ TEST(NetworkKovaRequestSyntax, WritesExactTextOrRefuses) {
   EXPECT_EQ(read->getMaxUpdates(), 120);
 }
 
+// A request built from parts writes the update count set on it, as a read
+// one writes the count it read.
+TEST(NetworkKovaRequestSyntax, BuiltRequestWritesItsUpdateCount) {
+  TavColumnArray keys;
+  keys.push_back(TavColumn(TAV_KEY, TAV_SRC, TAV_ACC_REPLACE, TavColumnFilter()));
+  TavColumnArray values;
+  values.push_back(TavColumn(TAV_VALUE, TAV_WB, TAV_ACC_RATE, TavColumnFilter()));
+  values.push_back(TavColumn(TAV_VALUE, TAV_AB, TAV_ACC_RATE, TavColumnFilter()));
+  NetworkKovaRequest built(Filter(), keys, values, TAV_SORT_BOTTOM, 2);
+  EXPECT_EQ(built.getMaxUpdates(), NetworkKovaRequest::defaultMaxUpdates);
+  built.setMaxUpdates(7);
+  EXPECT_EQ(built.getMaxUpdates(), 7);
+  const std::string text = " -k src acc=replace -v wb acc=rate -v ab acc=rate -s bottom index=2 updates=7 ";
+  EXPECT_EQ(built.dump(), text);
+  EXPECT_EQ(readRequest(text)->dump(), text);
+  std::string error;
+  EXPECT_TRUE(built.isValid(error)) << error;
+  built.setMaxUpdates(NetworkKovaRequest::defaultMaxUpdates);
+  EXPECT_EQ(built.dump(), " -k src acc=replace -v wb acc=rate -v ab acc=rate -s bottom index=2 ");
+  built.setMaxUpdates(300);
+  EXPECT_FALSE(built.isValid(error));
+  EXPECT_EQ(error, "Invalid maxUpdates");
+}
+
 // Between them, every option, column option, value type and mode.
 TEST(NetworkKovaRequestSyntax, WrittenTextReadsBackToTheSameText) {
   for (const char* text : {

@@ -21,6 +21,7 @@
 #include <pybind11/pybind11.h>
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -28,6 +29,7 @@
 
 #include "lytFilterParser/diagnostics/Diagnostic.h"
 #include "lytFilterParser/diagnostics/Refusal.h"
+#include "lytFilterParser/lytFilterParser.h"
 
 namespace lfp_python {
 
@@ -35,9 +37,13 @@ namespace py = pybind11;
 
 constexpr std::size_t kReleaseGilAt = 4096;
 
-// The UTF-8 bytes of a Python str. A str that has no UTF-8 form (a lone
-// surrogate) raises UnicodeEncodeError.
+// The UTF-8 bytes of a Python str; lone surrogates of the "surrogateescape"
+// error handler stand for the bytes they escape, other lone surrogates raise
+// UnicodeEncodeError.
 std::string utf8(const py::str& text);
+// The str of UTF-8 bytes that the library gives back; bytes that are no
+// UTF-8 become lone surrogates, which utf8() turns back into them.
+py::str pythonText(const std::string& text);
 
 // A place in a text, counted in characters (code points) of the Python str.
 struct Place {
@@ -81,6 +87,9 @@ Fault faultOf(const std::string& message, const std::optional<lytFilterParser::R
 // place, or with what `fault` holds.
 [[noreturn]] void raiseRequestError(const std::string& message);
 [[noreturn]] void raiseRequestError(const Fault& fault);
+// raiseRequestError(fault) for a refusal of `text`, with a note (beside the
+// library's message) when the text ends in a line end.
+[[noreturn]] void raiseRequestError(const Fault& fault, const std::string& text);
 
 // Makes the diagnostics' places places in characters of `text`, their
 // subject (do this before the GIL is taken back for a large text).
@@ -100,6 +109,17 @@ auto withoutGilIf(bool large, Work&& work) {
   return work();
 }
 
+// The model of a request: a NetworkModel or an E2EModel of the package's
+// classes (model.cpp), and the request that a model describes. buildRequest
+// raises TypeError or ValueError for what is no model.
+py::object networkModel(const NetworkKovaRequest& request);
+py::object linkModel(const E2EKovaRequest& request);
+std::unique_ptr<LYTKovaRequest> buildRequest(py::handle model);
+
+// `peer` when it lies in [low, high]; ValueError naming the range otherwise.
+int peerIn(int peer, int low, int high);
+
+void bindModel(py::module_& module);
 void bindRequests(py::module_& module);
 void bindVocabulary(py::module_& module);
 void bindDiagnostics(py::module_& module);

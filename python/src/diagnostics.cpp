@@ -32,6 +32,7 @@ py::list lint(const py::str& text) {
 
 // The conversion and its diagnostics; a refusal raises as convert's does.
 py::tuple convertWithDiagnostics(const py::str& text, int peer) {
+  peerIn(peer, TAV_VERSION_LEGACY_1, TAV_VERSION_LEGACY_2);
   const std::string bytes = utf8(text);
   std::optional<Fault> fault;
   lytFilterParser::Conversion conversion = withoutGilIf(bytes.size() >= kReleaseGilAt, [&] {
@@ -41,7 +42,7 @@ py::tuple convertWithDiagnostics(const py::str& text, int peer) {
     return done;
   });
   if (fault) raiseRequestError(*fault);
-  return py::make_tuple(conversion.request, pythonDiagnostics(conversion.diagnostics));
+  return py::make_tuple(pythonText(conversion.request), pythonDiagnostics(conversion.diagnostics));
 }
 
 py::list diagnosticCodes() {
@@ -69,7 +70,7 @@ py::list pythonDiagnostics(const std::vector<lytFilterParser::Diagnostic>& diagn
   py::list list;
   const py::handle make(diagnosticClass);
   for (const lytFilterParser::Diagnostic& diagnostic : diagnostics) {
-    list.append(make(diagnostic.code, severity(diagnostic.severity), diagnostic.message, diagnostic.start,
+    list.append(make(diagnostic.code, severity(diagnostic.severity), pythonText(diagnostic.message), diagnostic.start,
                      diagnostic.length));
   }
   return list;
@@ -79,10 +80,14 @@ void bindDiagnostics(py::module_& module) {
   const py::module_ values = py::module_::import("lytfilterparser._diagnostic");
   diagnosticClass = py::object(values.attr("Diagnostic")).release().ptr();
   codeClass = py::object(values.attr("DiagnosticCode")).release().ptr();
-  module.def("lint", &lint, py::arg("text"));
+  module.def("lint", &lint, py::arg("text"),
+             "lint(text: str) -> List[Diagnostic]\n\nWhat the reader accepts in a text but may surprise, placed in characters of it.");
   module.def("convert_with_diagnostics", &convertWithDiagnostics, py::arg("text"),
-             py::arg("peer") = int(TAV_VERSION_LEGACY_2));
-  module.def("diagnostic_codes", &diagnosticCodes);
+             py::arg("peer") = int(TAV_VERSION_LEGACY_2),
+             "convert_with_diagnostics(text: str, peer: int = 2) -> Tuple[str, List[Diagnostic]]\n\n"
+             "convert(text, peer) and what the translation skipped or changed, placed in the line.");
+  module.def("diagnostic_codes", &diagnosticCodes,
+             "diagnostic_codes() -> List[DiagnosticCode]\n\nEvery code a Diagnostic may have.");
 }
 
 }  // namespace lfp_python

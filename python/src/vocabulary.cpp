@@ -58,7 +58,15 @@ void bindVocabulary(py::module_& module) {
   module.def("_words", &words);
   module.def("_find_words", &findWords, py::arg("text"));
   module.def("word_kind_name", [](WordKind kind) { return std::string(lytFilterParser::wordKindName(kind)); },
+             "word_kind_name(kind: WordKind) -> str\n\nA short name of a kind of word for people.",
              py::arg("kind"));
+  // The code the readers keep for a second kind of concurrent counting, which
+  // has no word of its own: it is written as the first kind.
+  module.def("_concurrent_codes", [] { return py::make_tuple(int(TAV_ACC_CONCURRENT), int(TAV_ACC_CONCURRENT2)); });
+  // The one token that carries a name and its resolved name.
+  module.def("_entity_text", [](const py::str& name, const py::str& resolved) {
+    return TavEntity(utf8(name), utf8(resolved)).dump();
+  }, py::arg("name"), py::arg("resolved"));
   module.attr("PLACE_FILTER") = unsigned(lytFilterParser::PLACE_FILTER);
   module.attr("PLACE_KEY") = unsigned(lytFilterParser::PLACE_KEY);
   module.attr("PLACE_VALUE") = unsigned(lytFilterParser::PLACE_VALUE);

@@ -24,5 +24,6 @@ assert libraries and os.path.exists(os.path.join(os.path.dirname(found[0]), "py.
 
 text = "-f src 10.0.0.1 -k svc -v wb acc=rate -s top"
 expected = subprocess.run([tool, "parse", text], stdout=subprocess.PIPE, text=True, check=True).stdout
-assert lytfilterparser.parse(text).dump() + "\n" == expected
+request = lytfilterparser.parse(text)
+assert request is not None and request.dump() + "\n" == expected
 print("installed lytfilterparser %s from %s" % (lytfilterparser.__version__, os.path.dirname(found[0])))

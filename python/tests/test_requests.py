@@ -5,10 +5,13 @@ import json
 import os
 import subprocess
 
+from pathlib import Path
+from typing import Any, Callable, Dict, Optional, Tuple
+
 import pytest
 
 import lytfilterparser as lfp
-from conftest import LYTREQ, lytreq, write_map
+from conftest import LYTREQ, lytreq, network, request_of, write_map
 
 NETWORK = [
     "-f src 10.0.0.1 -k svc -v conn",
@@ -34,7 +37,7 @@ REFUSED = [
 TEXTS = NETWORK + VIRTUAL_LINK + REFUSED
 
 
-def attempt(call, text):
+def attempt(call: Callable[[str], Any], text: str) -> Tuple[Any, Optional[Tuple[str, Optional[int], Optional[int]]]]:
     """(result, None) or (None, (message, start, length)) of call(text)."""
     try:
         return call(text), None
@@ -43,7 +46,8 @@ def attempt(call, text):
         return None, (error.message, error.start, error.length)
 
 
-def reported(report, result, text):
+def reported(report: Dict[str, Any], result: str, text: str
+             ) -> Tuple[Any, Optional[Tuple[str, Optional[int], Optional[int]]]]:
     """What attempt() gives when the binding does what lytreq reports; lytreq
     places faults in bytes, the binding in characters of the str."""
     if "error" not in report:
@@ -55,7 +59,7 @@ def reported(report, result, text):
     return None, (report["error"], len(data[:start].decode()), len(data[start:end].decode()))
 
 
-def outcome(call):
+def outcome(call: Callable[[], Any]) -> Any:
     """What `call` returns, or the message it raises."""
     try:
         return call()
@@ -64,11 +68,11 @@ def outcome(call):
         return ("raised", error.message)
 
 
-def written(peer):
+def written(peer: Optional[int]) -> Callable[[str], str]:
     """parse, then as lytreq parse --peer: validate for the peer, refuse what
     the peer has no text for, then dump."""
-    def call(text):
-        request = lfp.parse(text)
+    def call(text: str) -> str:
+        request = request_of(text)
         if peer is not None and isinstance(request, lfp.NetworkRequest):
             request.validate(peer)
         for lost in request.fidelity(peer) if peer is not None else ():
@@ -79,7 +83,7 @@ def written(peer):
 
 
 @pytest.mark.parametrize("peer", [None, 1, 2, 3])
-def test_parse_and_dump(peer):
+def test_parse_and_dump(peer: Optional[int]) -> None:
     reports = lytreq(["parse"] + ([] if peer is None else ["--peer", str(peer)]), TEXTS)
     for text in TEXTS:
         assert attempt(written(peer), text) == reported(reports[text], "request", text), text
@@ -87,22 +91,22 @@ def test_parse_and_dump(peer):
 
 
 @pytest.mark.parametrize("peer", [1, 2, 3])
-def test_check(peer):
+def test_check(peer: int) -> None:
     reports = lytreq(["check", "--peer", str(peer)], NETWORK)
     for text in NETWORK:
         report = reports[text]
-        result = outcome(lambda: lfp.parse(text).check(peer))
+        result = outcome(lambda: network(text).check(peer))
         if result[0] == "raised":  # lytreq reports a thrown message as the verdict's
             assert (False, result[1]) == (report["valid"], report["message"]), text
         else:
             assert result == (report["valid"], report.get("message", "")), text
-        minimal = outcome(lfp.parse(text).minimal_peer)
+        minimal = outcome(network(text).minimal_peer)
         # lytreq asks peer by peer where the library's own answer throws.
         assert minimal == report["minimalPeer"] or isinstance(minimal, tuple), text
 
 
-def test_check_completes_the_request_in_place():
-    request = lfp.parse(NETWORK[0])
+def test_check_completes_the_request_in_place() -> None:
+    request = network(NETWORK[0])
     before = request.dump()
     copy = request.copy()
     assert request.check(1)[0]
@@ -111,32 +115,32 @@ def test_check_completes_the_request_in_place():
 
 
 @pytest.mark.parametrize("peer", [1, 2, 3])
-def test_columns_and_names(peer):
+def test_columns_and_names(peer: int) -> None:
     columns = lytreq(["columns", "--peer", str(peer)], NETWORK)
     names = lytreq(["names"], NETWORK + VIRTUAL_LINK)
     for text in NETWORK:
-        numbers = outcome(lambda: lfp.parse(text).columns(peer))
+        numbers = outcome(lambda: network(text).columns(peer))
         report = columns[text]
         expected = [c["number"] for c in report["columns"]] if "columns" in report else ("raised", report["error"])
         assert numbers == expected, text
     for text in NETWORK + VIRTUAL_LINK:
-        assert lfp.parse(text).module_names() == names[text]["names"], text
+        assert request_of(text).module_names() == names[text]["names"], text
 
 
-def test_resolve(tmp_path):
+def test_resolve(tmp_path: Path) -> None:
     texts = [t for t in NETWORK + VIRTUAL_LINK if "\x00" not in t]
-    names = {n for t in texts for n in lfp.parse(t).module_names()}
+    names = {n for t in texts for n in request_of(t).module_names()}
     mapping = {name: "r-%d" % i for i, name in enumerate(sorted(names))}
     reports = lytreq(["resolve", "--map", write_map(tmp_path / "names.map", mapping)], texts)
     for text in texts:
-        request = lfp.parse(text)
+        request = request_of(text)
         request.resolve(mapping)
         report = reports[text]
         assert outcome(request.dump) == report.get("request", ("raised", report.get("error"))), text
-    request = lfp.parse(NETWORK[4])
+    request = request_of(NETWORK[4])
     with pytest.raises(lfp.RequestError, match="h2$"):
         request.resolve({"10.0.0.0/8": "a", "h1": "b"})
-    assert request.dump() == lfp.parse(NETWORK[4]).dump()  # nothing set
+    assert request.dump() == request_of(NETWORK[4]).dump()  # nothing set
 
 
 LEGACY = [
@@ -149,13 +153,13 @@ LEGACY = [
 
 
 @pytest.mark.parametrize("peer", [1, 2])
-def test_convert(peer):
+def test_convert(peer: int) -> None:
     reports = lytreq(["convert", "--peer", str(peer)], LEGACY)
     for text in LEGACY:
         assert attempt(lambda line: lfp.convert(line, peer), text) == reported(reports[text], "request", text), text
 
 
-def test_text_without_words():
+def test_text_without_words() -> None:
     for text in ["", "   "]:
         assert lfp.parse(text) is None
         assert lfp.convert(text) == ""
@@ -163,13 +167,13 @@ def test_text_without_words():
 
 
 @pytest.mark.parametrize("text", TEXTS + LEGACY + [" [x]]y [ "])
-def test_tokenize(text):
+def test_tokenize(text: str) -> None:
     tokens = lfp.tokenize(text)
     assert "".join(tokens) == text.replace(" ", "")
     assert all(t and " " not in t and (t in "[]" or not set(t) & set("[]")) for t in tokens)
 
 
-def test_vocabulary_and_version():
+def test_vocabulary_and_version() -> None:
     keywords = json.loads(subprocess.run([LYTREQ, "keywords", "--json"], stdout=subprocess.PIPE, check=True).stdout)
     groups = list(keywords.values())[:len(lfp.WordKind.__members__)]  # one group per kind, in order
     words = lfp.vocabulary()
