@@ -84,7 +84,8 @@ def explained(model: Any) -> Dict[str, Any]:
         link_word = next(w.text for w in lfp.vocabulary() if w.kind == lfp.WordKind.VirtualLink)
         return {"kind": link_word, "name": model.link, "dataType": model.data_type.value}
     nodes: List[Dict[str, Any]] = []
-    stack: List[Tuple[Any, int]] = [(model.filter, 0)]
+    # explain lists no node at all for a request without a filter.
+    stack: List[Tuple[Any, int]] = [(model.filter, 0)] if model.filter.children else []
     while stack:
         node, depth = stack.pop()
         entry: Dict[str, Any] = {"depth": depth}
