@@ -22,15 +22,16 @@ from . import _lytfilterparser as _ext
 from ._lytfilterparser import (CURRENT_PEER, E2ERequest, NetworkRequest, Request, WordKind, convert,
                                convert_with_diagnostics, diagnostic_codes, lint, parse, tokenize, word_kind_name)
 from ._model import (Column, ColumnOptions, Compound, Compression, ContentAtom, DataType, Direction, E2EModel,
-                     Encryption, Interface, InterfaceAtom, Mode, Model, Name, NetworkModel, Node, Operator, Print,
-                     Sort, SortType, UrlMode, ValueType)
+                     Encryption, Interface, InterfaceAtom, InterfaceDirection, Mode, Model, Name, NetworkModel, Node,
+                     Operator, Print, Sort, SortType, UrlMode, ValueType)
 from ._request import build
 from ._lines import read_requests
 
 __all__ = [
     "CURRENT_PEER", "Column", "ColumnOptions", "Compound", "Compression", "ContentAtom", "DataType", "Diagnostic",
-    "DiagnosticCode", "Direction", "E2EModel", "E2ERequest", "Encryption", "Interface", "InterfaceAtom", "Mode",
-    "Model", "Name", "NetworkModel", "NetworkRequest", "Node", "Operator", "Place", "Print", "Request",
+    "DiagnosticCode", "Direction", "E2EModel", "E2ERequest", "Encryption", "Interface", "InterfaceAtom",
+    "InterfaceDirection", "Mode", "Model", "Name", "NetworkModel", "NetworkRequest", "Node", "Operator", "Place",
+    "Print", "Request",
     "RequestError", "Sort", "SortType", "UrlMode", "ValueType", "Word", "WordKind", "build", "convert",
     "convert_with_diagnostics", "diagnostic_codes", "find_words", "lint", "parse", "read_requests", "tokenize",
     "vocabulary", "word_kind_name", "__version__",
@@ -40,8 +41,8 @@ __version__ = "%d.%d.%d" % _ext._version
 
 for _public in (Diagnostic, DiagnosticCode, E2ERequest, NetworkRequest, Request, RequestError, WordKind, Column,
                 ColumnOptions, Compound, ContentAtom, E2EModel, Interface, InterfaceAtom, Name, NetworkModel, Sort,
-                Compression, DataType, Direction, Encryption, Mode, Operator, Print, SortType, UrlMode, ValueType,
-                build, read_requests):
+                Compression, DataType, Direction, Encryption, InterfaceDirection, Mode, Operator, Print, SortType,
+                UrlMode, ValueType, build, read_requests):
     _public.__module__ = __name__  # lytfilterparser.RequestError in tracebacks, not its private home
 
 

@@ -4,10 +4,10 @@ an end-to-end request's link and data type), and enums of the closed sets
 of words in it.
 
 Every enum is made from the library's vocabulary at import: a member's value
-is the word as the writers write it ("acc=rate", "top"; the value of a
-column option without the option's name: "in" of "dir=in"), its name that
-word's last part in capitals (Mode.RATE, Direction.IN, SortType.TOP). The
-direction of an interface is a Direction too.
+is the whole word as the writers write it ("acc=rate", "dir=in", ",in",
+"top"), its name that word's last part in capitals (Mode.RATE, Direction.IN,
+InterfaceDirection.IN, SortType.TOP). The direction of an interface item
+has its own enum, whose member NONE ("") is an item without a direction.
 The type stubs (_model.pyi) list the same members; a test holds them to the
 vocabulary.
 """
@@ -58,10 +58,9 @@ def _codes_of(kind: "_ext.WordKind", prefix: str = "") -> List[Tuple[str, int]]:
 
 
 def _option_values(option: int) -> List[Tuple[str, int]]:
-    """(value word, code) of the column option `option` (0 direction ... 4
-    url): the words of the option without its name ("dir=in": "in")."""
-    name = _OPTIONS[option]
-    return [(text[len(name):], code) for text, code in _codes_of(_ext.WordKind.ColumnOption, name)]
+    """(word, code) of the column option `option` (0 direction ... 4 url):
+    the whole words, the option's name included ("dir=in")."""
+    return _codes_of(_ext.WordKind.ColumnOption, _OPTIONS[option])
 
 
 def _column_option_names() -> List[str]:
@@ -80,11 +79,15 @@ def _words_enum(name: str, doc: str, pairs: Iterable[Tuple[str, int]]) -> Tuple[
     """An enum of Word named `name` with a member per (word, code), and its
     members by code."""
     pairs = list(pairs)
-    made = Word(name, [(_member_name(text), text) for text, _code in pairs], module=__name__)  # type: ignore
+    made = Word(name, [(_member_name(text) or _NO_WORD, text) for text, _code in pairs],  # type: ignore
+                module=__name__)
     made.__doc__ = doc
     made.__qualname__ = name
     return made, {code: made(text) for text, code in pairs}
 
+
+# The name of the member whose word is "" (an interface item without a direction).
+_NO_WORD = "NONE"
 
 _OPTIONS = _column_option_names()
 _DATA_TYPES = [(text, code) for text, code in _codes_of(_ext.WordKind.VirtualLink)]
@@ -96,8 +99,7 @@ Mode, _MODES = _words_enum("Mode", "The accumulation mode of a column.", _codes_
 Operator, _OPERATORS = _words_enum("Operator", "How a compound filter joins its children.",
                                    _codes_of(_ext.WordKind.FilterOperator))
 Direction, _DIRECTIONS = _words_enum(
-    "Direction", "The traffic direction of an interface or a column (both: no restriction).",
-    _option_values(0))
+    "Direction", "The traffic direction a column counts (both: no restriction).", _option_values(0))
 Encryption, _ENCRYPTIONS = _words_enum("Encryption", "Whether a column counts encrypted traffic.",
                                        _option_values(1))
 Compression, _COMPRESSIONS = _words_enum("Compression", "Whether a column counts compressed traffic.",
@@ -114,6 +116,12 @@ DataType, _DATA_TYPE_MEMBERS = _words_enum("DataType", "The counters of a virtua
 # start from, which the writers leave out.
 _UNRESTRICTED = [code for text, kind, code, written in _WORDS if kind == _ext.WordKind.ColumnOption and not written]
 
+# An interface item without a direction ("") carries traffic both ways: the
+# direction code that restricts nothing.
+InterfaceDirection, _INTERFACE_DIRECTIONS = _words_enum(
+    "InterfaceDirection", "The traffic direction of an interface item (NONE, \"\": no direction given, both ways).",
+    _codes_of(_ext.WordKind.InterfaceDirection) + [("", _UNRESTRICTED[0])])
+
 
 @dataclass(frozen=True)
 class Name:
@@ -128,7 +136,7 @@ class Interface:
     """One item of an interface filter: an interface and the direction of
     the traffic on it."""
     name: str
-    direction: Direction = _DIRECTIONS[_UNRESTRICTED[0]]
+    direction: InterfaceDirection = _INTERFACE_DIRECTIONS[_UNRESTRICTED[0]]
 
 
 @dataclass(frozen=True)
@@ -223,5 +231,6 @@ def _mode_table() -> List[Tuple[int, Word]]:
 
 _ext._set_model_types(
     (Name, Interface, ContentAtom, InterfaceAtom, Compound, ColumnOptions, Column, Sort, NetworkModel, E2EModel),
-    (_table(_VALUE_TYPES), _mode_table(), _table(_OPERATORS), _table(_DIRECTIONS), _table(_ENCRYPTIONS),
-     _table(_COMPRESSIONS), _table(_PRINTS), _table(_URL_MODES), _table(_SORT_TYPES), _table(_DATA_TYPE_MEMBERS)))
+    (_table(_VALUE_TYPES), _mode_table(), _table(_OPERATORS), _table(_DIRECTIONS), _table(_INTERFACE_DIRECTIONS),
+     _table(_ENCRYPTIONS), _table(_COMPRESSIONS), _table(_PRINTS), _table(_URL_MODES), _table(_SORT_TYPES),
+     _table(_DATA_TYPE_MEMBERS)))

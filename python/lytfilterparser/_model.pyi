@@ -46,32 +46,37 @@ class Operator(Word):
     OR = 'or'
 
 class Direction(Word):
-    OUT = 'out'
-    IN = 'in'
-    BOTH = 'both'
+    OUT = 'dir=out'
+    IN = 'dir=in'
+    BOTH = 'dir=both'
 
 class Encryption(Word):
-    NO = 'no'
-    YES = 'yes'
-    BOTH = 'both'
+    NO = 'enc=no'
+    YES = 'enc=yes'
+    BOTH = 'enc=both'
 
 class Compression(Word):
-    NO = 'no'
-    YES = 'yes'
-    BOTH = 'both'
+    NO = 'comp=no'
+    YES = 'comp=yes'
+    BOTH = 'comp=both'
 
 class Print(Word):
-    NO = 'no'
-    YES = 'yes'
-    BOTH = 'both'
+    NO = 'cprint=no'
+    YES = 'cprint=yes'
+    BOTH = 'cprint=both'
 
 class UrlMode(Word):
-    FULL = 'full'
-    HOST_PATH = 'host_path'
-    SCHEME_HOST = 'scheme_host'
-    HOST = 'host'
-    PATH = 'path'
-    SCHEME = 'scheme'
+    FULL = 'url_mod=full'
+    HOST_PATH = 'url_mod=host_path'
+    SCHEME_HOST = 'url_mod=scheme_host'
+    HOST = 'url_mod=host'
+    PATH = 'url_mod=path'
+    SCHEME = 'url_mod=scheme'
+
+class InterfaceDirection(Word):
+    OUT = ',out'
+    IN = ',in'
+    NONE = ''
 
 class SortType(Word):
     TOP = 'top'
@@ -90,7 +95,7 @@ class Name:
 @dataclass(frozen=True)
 class Interface:
     name: str
-    direction: Direction = ...
+    direction: InterfaceDirection = ...
 
 @dataclass(frozen=True)
 class ContentAtom:

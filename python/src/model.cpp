@@ -23,7 +23,10 @@ namespace {
 
 // The closed sets of words of a model, in the order _set_model_types takes
 // their tables.
-enum Words { VALUE_TYPE, MODE, OPERATOR, DIRECTION, ENCRYPTION, COMPRESSION, PRINT, URL, SORT_TYPE, DATA_TYPE, WORDS };
+enum Words {
+  VALUE_TYPE, MODE, OPERATOR, DIRECTION, INTERFACE_DIRECTION, ENCRYPTION, COMPRESSION, PRINT, URL, SORT_TYPE, DATA_TYPE,
+  WORDS
+};
 // The model classes, in the order _set_model_types takes them.
 enum Classes {
   NAME, INTERFACE, CONTENT_ATOM, INTERFACE_ATOM, COMPOUND, COLUMN_OPTIONS, COLUMN, SORT, NETWORK_MODEL, E2E_MODEL,
@@ -93,7 +96,7 @@ py::object atom(const AtomFilter& node) {
     py::tuple list(interfaces->getInterfaces().size());
     std::size_t i = 0;
     for (const InterfaceInfo& item : interfaces->getInterfaces()) {
-      list[i++] = make(INTERFACE, {pythonText(item.getName()), member(DIRECTION, item.getDirection())});
+      list[i++] = make(INTERFACE, {pythonText(item.getName()), member(INTERFACE_DIRECTION, item.getDirection())});
     }
     return make(INTERFACE_ATOM, {py::bool_(node.isNegated()), std::move(list)});
   }
@@ -222,8 +225,8 @@ std::unique_ptr<AbstractFilter> builtAtom(py::handle node) {
     InterfaceInfoList list;
     for (py::handle item : items(field(node, INTERFACE_ATOM, 1), "InterfaceAtom.interfaces")) {
       expect(item, INTERFACE, "an interface");
-      list.push_back(InterfaceInfo(text(field(item, INTERFACE, 0), "Interface.name"),
-                                   TavFilterDirType(code(DIRECTION, field(item, INTERFACE, 1), "Interface.direction"))));
+      const int direction = code(INTERFACE_DIRECTION, field(item, INTERFACE, 1), "Interface.direction");
+      list.push_back(InterfaceInfo(text(field(item, INTERFACE, 0), "Interface.name"), TavFilterDirType(direction)));
     }
     return std::make_unique<InterfaceAtomFilter>(list, flag(field(node, INTERFACE_ATOM, 0), "InterfaceAtom.negated"));
   }

@@ -17,8 +17,8 @@ from lytfilterparser import _lytfilterparser as _ext
 from conftest import lytreq, network, request_of
 from test_requests import NETWORK, VIRTUAL_LINK
 
-ENUMS: List[Any] = [lfp.ValueType, lfp.Mode, lfp.Operator, lfp.Direction, lfp.Encryption, lfp.Compression, lfp.Print,
-         lfp.UrlMode, lfp.SortType, lfp.DataType]
+ENUMS: List[Any] = [lfp.ValueType, lfp.Mode, lfp.Operator, lfp.Direction, lfp.InterfaceDirection, lfp.Encryption,
+                    lfp.Compression, lfp.Print, lfp.UrlMode, lfp.SortType, lfp.DataType]
 
 
 def generator(source_dir: str) -> Any:
@@ -77,14 +77,24 @@ def test_round_trip_over_generated_inputs(source_dir: str) -> None:
     assert requests >= 20000
 
 
+def explained_direction(direction: lfp.InterfaceDirection) -> str:
+    """An interface item's direction as lytreq explain --json spells it: the
+    direction column option's value ("in" for ",in"), that of the option
+    that restricts nothing ("both") for an item without a direction."""
+    name = OPTION_NAMES[0]
+    option = lfp.Direction(name + direction.value[1:]) if direction.value else lfp.ColumnOptions().direction
+    return option.value[len(name):]
+
+
 def explained(model: Any) -> Dict[str, Any]:
     """A model in the shape of lytreq explain --json: the filter a list of
-    nodes with their depth, names as their tokens."""
+    nodes with their depth (none without a filter), names as their tokens,
+    an interface item's direction as explained_direction spells it."""
     if isinstance(model, lfp.E2EModel):
         link_word = next(w.text for w in lfp.vocabulary() if w.kind == lfp.WordKind.VirtualLink)
         return {"kind": link_word, "name": model.link, "dataType": model.data_type.value}
     nodes: List[Dict[str, Any]] = []
-    # explain lists no node at all for a request without a filter.
+    # A request without a filter (a root without children) has no nodes.
     stack: List[Tuple[Any, int]] = [(model.filter, 0)] if model.filter.children else []
     while stack:
         node, depth = stack.pop()
@@ -94,15 +104,15 @@ def explained(model: Any) -> Dict[str, Any]:
             stack.extend((child, depth + 1) for child in reversed(node.children))
         elif isinstance(node, lfp.InterfaceAtom):
             entry.update(type=lfp.ValueType.INTERFACE.value, negated=node.negated,
-                         interfaces=[{"name": i.name, "direction": i.direction.value} for i in node.interfaces])
+                         interfaces=[{"name": i.name, "direction": explained_direction(i.direction)}
+                                     for i in node.interfaces])
         else:
             entry.update(type=node.type.value, negated=node.negated, names=names(node.names))
         nodes.append(entry)
 
     def column(c: Any) -> Dict[str, Any]:
         return {"type": c.type.value, "mode": c.mode.value, "names": names(c.names),
-                "options": [name + getattr(c.options, f.name).value
-                            for name, f in zip(OPTION_NAMES, dataclasses.fields(c.options))]}
+                "options": [getattr(c.options, f.name).value for f in dataclasses.fields(c.options)]}
     return {"kind": "network", "filter": nodes, "keys": [column(c) for c in model.keys],
             "values": [column(c) for c in model.values],
             "sort": {"type": model.sort.type.value, "index": model.sort.index, "updates": model.sort.updates}}
@@ -176,9 +186,10 @@ def test_enums_are_the_vocabulary() -> None:
     options = [w.text for w in lfp.vocabulary() if w.kind == lfp.WordKind.ColumnOption]
     option_enums: List[Any] = [lfp.Direction, lfp.Encryption, lfp.Compression, lfp.Print, lfp.UrlMode]
     for name, enum in zip(OPTION_NAMES, option_enums):
-        assert [name + m.value for m in enum] == [w for w in options if w.startswith(name)], enum
-    interface = [w for w in lfp.vocabulary() if w.kind == lfp.WordKind.InterfaceDirection]
-    assert {w.text[1:] for w in interface} < {m.value for m in lfp.Direction}
+        assert [m.value for m in enum] == [w for w in options if w.startswith(name)], enum
+    interface = [w.text for w in lfp.vocabulary() if w.kind == lfp.WordKind.InterfaceDirection]
+    assert [m.value for m in lfp.InterfaceDirection] == interface + [""]
+    assert lfp.Interface("eth0").direction is lfp.InterfaceDirection.NONE
     for enum in ENUMS:
         for member in enum:
             assert member == member.value and str(member) == member.value and enum(member.value) is member
@@ -230,6 +241,11 @@ def sample() -> Any:
     (lambda m: dataclasses.replace(m, filter=lfp.Compound(lfp.Operator.OR, (lfp.InterfaceAtom(1, ()),))),  # type: ignore
      TypeError, "InterfaceAtom.negated must be a bool"),
     (lambda m: lfp.E2EModel("x", ANY(lfp.SortType.TOP)), ValueError, "E2EModel.data_type: SortType.TOP is no such word"),
+    (lambda m: dataclasses.replace(m, filter=lfp.Compound(lfp.Operator.OR, (
+        lfp.InterfaceAtom(False, (lfp.Interface("eth0", ANY(lfp.Direction.IN)),)),))), ValueError,
+     "Interface.direction: Direction.IN is no such word"),
+    (lambda m: dataclasses.replace(m, keys=(dataclasses.replace(m.keys[0], options=lfp.ColumnOptions(ANY("in"))),)),
+     ValueError, "ColumnOptions.direction: 'in' is no such word"),
 ])
 def test_build_refuses_what_is_no_model(change: Any, error: Any, message: str) -> None:
     with pytest.raises(error) as raised:
@@ -242,6 +258,20 @@ def test_build_takes_words_and_lists() -> None:
     words = dataclasses.replace(model, keys=list(model.keys),
                                 sort=dataclasses.replace(model.sort, type=model.sort.type.value))
     assert lfp.build(words).dump() == lfp.build(model).dump()
+    text = "-f interface eth0,in eth1 eth2,out -k src dir=out enc=yes comp=no cprint=yes url_mod=host -v wb"
+    model = network(text).model()
+    atom = model.filter.children[0]
+    assert isinstance(atom, lfp.InterfaceAtom)
+    assert [i.direction for i in atom.interfaces] == \
+        [lfp.InterfaceDirection.IN, lfp.InterfaceDirection.NONE, lfp.InterfaceDirection.OUT]
+    items = tuple(lfp.Interface(i.name, ANY(i.direction.value)) for i in atom.interfaces)
+    options = lfp.ColumnOptions(*(ANY(getattr(model.keys[0].options, f.name).value)
+                                  for f in dataclasses.fields(lfp.ColumnOptions)))
+    words = dataclasses.replace(model, filter=lfp.Compound(model.filter.operator, (lfp.InterfaceAtom(False, items),)),
+                                keys=(dataclasses.replace(model.keys[0], options=options),))
+    assert all(type(i.direction) is str for i in items) and type(options.url) is str
+    assert lfp.build(words).dump() == network(text).dump()
+    assert lfp.build(words).model() == model
 
 
 LEAF = lfp.ContentAtom(lfp.ValueType.SRC, False, (lfp.Name("a"),))

@@ -179,9 +179,9 @@ test('toJSON: the model agrees with the tool\'s explanation', () => {
       return;
     }
     assert.equal(model.filter.kind, 'compound');
-    // explain lists no node for a request without a filter; the model keeps its empty root.
+    // The tool lists no filter nodes for a request without a filter.
     if (record.filter.length === 0) assert.deepEqual(model.filter.children, [], text);
-    else assert.equal(model.filter.operator, record.filter[0].operator);
+    else assert.equal(model.filter.operator, record.filter[0].operator, text);
     const columns = (list) =>
       list.map((c) => ({ type: c.type, mode: c.mode, options: c.options, names: c.names }));
     const mine = (list) =>
