@@ -23,6 +23,7 @@
 #include <utility>
 #include <vector>
 
+#include "lytFilterParser/base/Span.h"
 #include "lytFilterParser/detail/Text.h"
 
 namespace lytFilterParser {
@@ -69,6 +70,13 @@ class TokenSequence : public Source {
   iterator begin() const { return iterator(this, Source::first(), 0); }
   iterator end() const { return iterator(this, Source::last(), closeCount); }
 
+  // The bytes of the text under the token at `position`, for a source that
+  // knows them (TextSource): an inserted bracket has length 0 at the next
+  // token, the end has length 0 after the text.
+  Span span(const iterator& position) const {
+    return position.onClose() ? Span{Source::key(position.pos), 0} : Source::span(position.pos);
+  }
+
   // Puts a "]" before the token at `position` (a real token or the end) and
   // returns an iterator on it, as std::list::insert does.
   iterator insert(const iterator& position, const std::string& /* the bracket */) {
@@ -108,6 +116,7 @@ class TextSource {
   Position next(const Position& p) const { return scan(p.end); }
   Position last() const { return Position{size, size}; }
   std::string_view at(const Position& p) const { return std::string_view(data + p.start, p.end - p.start); }
+  static Span span(const Position& p) { return Span{p.start, p.end - p.start}; }
 
  private:
   Position scan(std::size_t from) const {

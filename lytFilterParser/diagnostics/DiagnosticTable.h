@@ -10,7 +10,9 @@
 #include <utility>
 #include <vector>
 
+#include "lytFilterParser/base/Span.h"
 #include "lytFilterParser/diagnostics/Diagnostic.h"
+#include "lytFilterParser/vocab/Syntax.h"
 
 namespace lytFilterParser {
 namespace detail {
@@ -92,16 +94,11 @@ constexpr bool codesInOrder() {
 }
 static_assert(codesInOrder(), "a code's row is found by its number");
 
-// A byte range of a text.
-struct Span {
-  std::size_t start = 0;
-  std::size_t length = 0;
-  std::size_t end() const { return start + length; }
-};
-
-// From the start of `first` to the end of `last`.
-inline Span cover(Span first, Span last) {
-  return last.end() > first.start ? Span{first.start, last.end() - first.start} : first;
+// "dir=in": the word of column option `option` (an index of kColumnOptions) for `code`.
+inline std::string columnOptionWord(std::size_t option, int code) {
+  std::string word(kColumnOptions[option].name);
+  word += wordOf<int>(kColumnOptions[option].values, code);
+  return word;
 }
 
 // The diagnostics found so far, handed out in the order of the text.

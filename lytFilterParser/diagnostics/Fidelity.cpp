@@ -9,9 +9,7 @@
 #include "lytFilterParser/detail/SmallStack.h"
 #include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/diagnostics/DiagnosticTable.h"
-#include "lytFilterParser/diagnostics/Outline.h"
 #include "lytFilterParser/diagnostics/Reading.h"
-#include "lytFilterParser/diagnostics/Words.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
@@ -70,11 +68,11 @@ std::string peerName(TavVersion peer) { return "peer " + std::to_string(static_c
 // The comparison of a request with the one its peer text reads back as.
 class Comparison {
  public:
-  Comparison(const Outline& outline, bool located, TavVersion peer, Findings& found)
+  Comparison(const Record& outline, bool located, TavVersion peer, Findings& found)
       : outline(outline), located(located), peer(peer), found(found) {}
 
   void filters(const Filter& mine, const Filter& theirs);
-  void columns(const TavColumnArray& mine, const TavColumnArray& theirs, const std::vector<ColumnOutline>& places,
+  void columns(const TavColumnArray& mine, const TavColumnArray& theirs, const std::vector<RecordColumn>& places,
                std::string_view role);
   void sort(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs);
 
@@ -92,10 +90,10 @@ class Comparison {
   void align(Side mine, const AbstractFilter& theirs, SmallStack<std::pair<Side, const AbstractFilter*>, 8>& pending);
   void atoms(Side mine, const AbstractFilter& theirs);
   void items(const std::vector<Item>& mine, const std::vector<Item>& theirs, const std::vector<Span>& places, Span owner);
-  void column(const TavColumn& mine, const TavColumn& theirs, const ColumnOutline* place);
+  void column(const TavColumn& mine, const TavColumn& theirs, const RecordColumn* place);
   std::vector<Span> nameSpans(std::uint32_t first, std::uint32_t count) const;
 
-  const Outline& outline;
+  const Record& outline;
   bool located;
   TavVersion peer;
   Findings& found;
@@ -234,7 +232,7 @@ void Comparison::items(const std::vector<Item>& mine, const std::vector<Item>& t
 // columns of another type. A column whose partner comes earlier than the
 // partner of a column before it has moved.
 void Comparison::columns(const TavColumnArray& mine, const TavColumnArray& theirs,
-                         const std::vector<ColumnOutline>& places, std::string_view role) {
+                         const std::vector<RecordColumn>& places, std::string_view role) {
   const auto placeOf = [&](std::size_t c) { return located && c < places.size() ? &places[c] : nullptr; };
   const auto wholeSpan = [&](std::size_t c) { return placeOf(c) ? placeOf(c)->whole : whole(); };
   const auto typeOf = [](const TavColumn& column) {
@@ -277,13 +275,13 @@ void Comparison::columns(const TavColumnArray& mine, const TavColumnArray& their
   }
 }
 
-void Comparison::column(const TavColumn& mine, const TavColumn& theirs, const ColumnOutline* place) {
+void Comparison::column(const TavColumn& mine, const TavColumn& theirs, const RecordColumn* place) {
   const Span type = place ? place->type : whole();
   Span mode = type;
   Span options[COLUMN_OPTION_COUNT] = {type, type, type, type, type};
   if (place != nullptr) {
     for (std::uint32_t w = place->firstWord; w < place->firstWord + place->wordCount; ++w) {
-      const OutlineWord& word = outline.words[w];
+      const RecordWord& word = outline.words[w];
       if (word.part == Part::Accumulation) mode = word.span;
       if (word.part == Part::ColumnOption) options[word.option] = word.span;
     }
@@ -358,13 +356,12 @@ void unsupported(std::string_view text, TavVersion peer, const std::string& writ
                 (written.empty() ? std::string("an empty line") : quoted(written)));
 }
 
-void compareVirtualLink(std::string_view text, const E2EKovaRequest& mine, TavVersion peer, Findings& found) {
+void compareVirtualLink(std::string_view text, const E2EKovaRequest& mine, const Record& outline, bool located,
+                        TavVersion peer, Findings& found) {
   const std::string written = mine.dump(peer);
   Reading back = readText(written, true);
   const auto* theirs = dynamic_cast<const E2EKovaRequest*>(back.request.get());
   if (peer != TAV_VERSION_CURRENT || theirs == nullptr) return unsupported(text, peer, written, found);
-  Outline outline;
-  const bool located = outline.read(text) && outline.virtualLink;
   const Span whole{0, text.size()};
   if (mine.getVLName() != theirs->getVLName()) {
     found.add(Code::ItemChanged, located ? outline.vlName : whole,
@@ -377,7 +374,8 @@ void compareVirtualLink(std::string_view text, const E2EKovaRequest& mine, TavVe
   }
 }
 
-void compareNetwork(std::string_view text, const NetworkKovaRequest& mine, TavVersion peer, Findings& found) {
+void compareNetwork(std::string_view text, const NetworkKovaRequest& mine, const Record& outline, bool located,
+                    TavVersion peer, Findings& found) {
   const std::string written = mine.dump(peer);
   if (peer < TAV_VERSION_LEGACY_1 || peer > TAV_VERSION_CURRENT) return unsupported(text, peer, written, found);
   NetworkKovaRequest theirs(Filter(), TavColumnArray(), TavColumnArray(), TAV_SORT_NONE, 1);
@@ -388,8 +386,6 @@ void compareNetwork(std::string_view text, const NetworkKovaRequest& mine, TavVe
               peerName(peer) + " cannot read the text written for it (" + quoted(written) + "): " + reader.fault);
     return;
   }
-  Outline outline;
-  const bool located = outline.read(text) && outline.matches(mine);
   Comparison comparison(outline, located, peer, found);
   comparison.filters(mine.getFilter(), theirs.getFilter());
   comparison.columns(mine.getKeys(), theirs.getKeys(), outline.keys, "key");
@@ -397,23 +393,38 @@ void compareNetwork(std::string_view text, const NetworkKovaRequest& mine, TavVe
   comparison.sort(mine, theirs);
 }
 
-}  // namespace
-}  // namespace detail
-
-std::vector<Diagnostic> fidelity(const std::string& text, const LYTKovaRequest& request, TavVersion peer) {
-  detail::Findings found;
+// The comparison of `request` with what its text for `peer` reads back as;
+// `reading` holds the record of `text` and whether it is the request's.
+std::vector<Diagnostic> compare(const std::string& text, const LYTKovaRequest& request, const Reading& reading,
+                                bool located, TavVersion peer) {
+  Findings found;
   if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
-    detail::compareNetwork(text, *network, peer, found);
+    compareNetwork(text, *network, reading.record, located, peer, found);
   } else if (const auto* link = dynamic_cast<const E2EKovaRequest*>(&request)) {
-    detail::compareVirtualLink(text, *link, peer, found);
+    compareVirtualLink(text, *link, reading.record, located && reading.request && reading.record.virtualLink, peer, found);
   }
   return found.finish();
 }
 
+}  // namespace
+}  // namespace detail
+
+std::vector<Diagnostic> fidelity(const std::string& text, const LYTKovaRequest& request, TavVersion peer) {
+  detail::Reading reading;
+  bool located = false;
+  if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
+    located = detail::recordFor(text, *network, reading);
+  } else {
+    reading = detail::readText(text, true, true);
+    located = true;
+  }
+  return detail::compare(text, request, reading, located, peer);
+}
+
 std::vector<Diagnostic> fidelity(const std::string& text, TavVersion peer) {
-  const detail::Reading reading = detail::readText(text, true);
+  const detail::Reading reading = detail::readText(text, true, true);
   if (!reading.request) return {};
-  return fidelity(text, *reading.request, peer);
+  return detail::compare(text, *reading.request, reading, true, peer);
 }
 
 }  // namespace lytFilterParser

@@ -10,8 +10,7 @@
 
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/diagnostics/DiagnosticTable.h"
-#include "lytFilterParser/diagnostics/Outline.h"
-#include "lytFilterParser/diagnostics/Words.h"
+#include "lytFilterParser/diagnostics/Reading.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/Vocabulary.h"
 
@@ -165,7 +164,7 @@ std::string_view nameKey(std::string_view word, Place place) {
   return place == Place::Interfaces ? word : word.substr(0, word.find(kEntitySeparator));
 }
 
-void lintDuplicates(const Outline& outline, std::uint32_t first, std::uint32_t count, Place place, Findings& found) {
+void lintDuplicates(const Record& outline, std::uint32_t first, std::uint32_t count, Place place, Findings& found) {
   const auto report = [&](std::uint32_t earlier, std::uint32_t later, std::string_view name) {
     found.add(Code::EntityDuplicate, outline.words[later].span,
               quoted(name) + " is named twice here (first at " + atByte(outline.words[earlier].span.start) + ")");
@@ -216,7 +215,7 @@ void lintName(std::string_view word, Span at, Place place, Findings& found) {
   }
 }
 
-void lintNames(const Outline& outline, std::uint32_t first, std::uint32_t count, Place place, Findings& found) {
+void lintNames(const Record& outline, std::uint32_t first, std::uint32_t count, Place place, Findings& found) {
   bool comment = false;
   for (std::uint32_t w = first; w < first + count; ++w) {
     if (outline.words[w].part != Part::Name) continue;
@@ -238,7 +237,7 @@ void lintNames(const Outline& outline, std::uint32_t first, std::uint32_t count,
 // filter
 // ---------------------------------------------------------------------------
 
-FilterOperator operatorOf(const Outline& outline, const FilterOption& option) {
+FilterOperator operatorOf(const Record& outline, const FilterOption& option) {
   if (option.op.length == 0) return FILTER_AND;
   const FilterOperator* op = codeOf<FilterOperator>(kFilterOperators, outline.textOf(option.op));
   return op != nullptr ? *op : FILTER_AND;
@@ -246,7 +245,7 @@ FilterOperator operatorOf(const Outline& outline, const FilterOption& option) {
 
 std::string_view operatorName(FilterOperator op) { return wordOf<FilterOperator>(kFilterOperators, op); }
 
-void lintFilterOptions(const Outline& outline, Findings& found) {
+void lintFilterOptions(const Record& outline, Findings& found) {
   const std::vector<FilterOption>& options = outline.filterOptions;
   if (options.empty()) return;
   const FilterOption& lastOption = options.back();
@@ -273,7 +272,7 @@ void lintFilterOptions(const Outline& outline, Findings& found) {
   }
 }
 
-void lintFilter(const Outline& outline, Findings& found) {
+void lintFilter(const Record& outline, Findings& found) {
   lintFilterOptions(outline, found);
   if (outline.nodes[0].childCount == 0) {
     for (const FilterOption& option : outline.filterOptions) {
@@ -297,9 +296,11 @@ void lintFilter(const Outline& outline, Findings& found) {
 // columns
 // ---------------------------------------------------------------------------
 
-void lintColumnOption(std::string_view word, Span at, const OutlineWord*& earlier, Findings& found,
-                      const Outline& outline, std::size_t option) {
-  const Word<int>* value = columnOptionValue(word, option);
+void lintColumnOption(std::string_view word, const RecordWord& current, const RecordWord*& earlier, Findings& found,
+                      const Record& outline) {
+  const Span at = current.span;
+  const std::size_t option = current.option;
+  const Word<int>* value = &kColumnOptions[option].values[current.value];
   const std::string_view name = kColumnOptions[option].name;
   const bool exact = value != nullptr && word.size() == name.size() + value->text.size() &&
                      word.compare(0, name.size(), name) == 0 && word.compare(name.size(), value->text.size(), value->text) == 0;
@@ -312,11 +313,11 @@ void lintColumnOption(std::string_view word, Span at, const OutlineWord*& earlie
   }
 }
 
-void lintColumn(const Outline& outline, const ColumnOutline& column, bool key, Findings& found) {
-  const OutlineWord* accumulation = nullptr;
-  const OutlineWord* options[COLUMN_OPTION_COUNT] = {};
+void lintColumn(const Record& outline, const RecordColumn& column, bool key, Findings& found) {
+  const RecordWord* accumulation = nullptr;
+  const RecordWord* options[COLUMN_OPTION_COUNT] = {};
   for (std::uint32_t w = column.firstWord; w < column.firstWord + column.wordCount; ++w) {
-    const OutlineWord& current = outline.words[w];
+    const RecordWord& current = outline.words[w];
     const std::string_view word = outline.textOf(current.span);
     if (current.part == Part::Accumulation) {
       if (accumulation != nullptr) {
@@ -335,7 +336,7 @@ void lintColumn(const Outline& outline, const ColumnOutline& column, bool key, F
       }
     } else if (current.part == Part::ColumnOption) {
       const std::size_t option = current.option;
-      lintColumnOption(word, current.span, options[option], found, outline, option);
+      lintColumnOption(word, current, options[option], found, outline);
       options[option] = &current;
     }
   }
@@ -378,7 +379,7 @@ void lintNumber(std::string_view word, Span at, Part part, Findings& found) {
   if (defaulted) found.add(Code::ValueDefaulted, at, quoted(word) + " asks for " + read());
 }
 
-void lintSorts(const Outline& outline, Findings& found) {
+void lintSorts(const Record& outline, Findings& found) {
   for (std::size_t s = 0; s < outline.sorts.size(); ++s) {
     const SortSetting& setting = outline.sorts[s];
     if (s + 1 < outline.sorts.size()) {
@@ -389,10 +390,10 @@ void lintSorts(const Outline& outline, Findings& found) {
                                                   std::to_string(NetworkKovaRequest::defaultMaxUpdates) + " updates"
                                             : std::string()));
     }
-    const OutlineWord* earlier[2] = {};
+    const RecordWord* earlier[2] = {};
     for (std::uint32_t w = setting.firstWord; w < setting.firstWord + setting.wordCount; ++w) {
-      const OutlineWord& current = outline.words[w];
-      const OutlineWord*& previous = earlier[current.part == Part::Index ? 0 : 1];
+      const RecordWord& current = outline.words[w];
+      const RecordWord*& previous = earlier[current.part == Part::Index ? 0 : 1];
       if (previous != nullptr) {
         found.add(Code::OptionRepeated, previous->span,
                   quoted(outline.textOf(previous->span)) + " is overridden by the later " +
@@ -408,7 +409,7 @@ void lintSorts(const Outline& outline, Findings& found) {
 // "vl" request
 // ---------------------------------------------------------------------------
 
-void lintVirtualLink(const Outline& outline, Findings& found) {
+void lintVirtualLink(const Record& outline, Findings& found) {
   for (std::size_t d = 0; d < outline.dataTypes.size(); ++d) {
     const DataTypeOption& option = outline.dataTypes[d];
     const std::string_view word = outline.textOf(option.option);
@@ -436,16 +437,16 @@ std::vector<Diagnostic> lint(const std::string& text) {
   using namespace detail;
   Findings found;
   lintInvisible(text, found);
-  // The outline's walk refuses what the reader refuses: no need to read the request itself.
-  Outline outline;
-  if (!outline.read(text)) return found.finish();
+  const Reading reading = readText(text, true, true);
+  if (!reading.request) return found.finish();
+  const Record& outline = reading.record;
   if (outline.virtualLink) {
     lintVirtualLink(outline, found);
     return found.finish();
   }
   lintFilter(outline, found);
-  for (const ColumnOutline& key : outline.keys) lintColumn(outline, key, true, found);
-  for (const ColumnOutline& value : outline.values) lintColumn(outline, value, false, found);
+  for (const RecordColumn& key : outline.keys) lintColumn(outline, key, true, found);
+  for (const RecordColumn& value : outline.values) lintColumn(outline, value, false, found);
   lintSorts(outline, found);
   return found.finish();
 }

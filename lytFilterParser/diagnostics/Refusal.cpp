@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "lytFilterParser/diagnostics/Reading.h"
-#include "lytFilterParser/diagnostics/Words.h"
+#include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/vocab/Syntax.h"
 
 namespace lytFilterParser {

@@ -7,6 +7,7 @@
 #ifndef LYTFILTERPARSER_REQUEST_READER_H
 #define LYTFILTERPARSER_REQUEST_READER_H
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,6 +16,7 @@
 #include "lytFilterParser/base/TavVersion.h"
 #include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/detail/TokenSequence.h"
+#include "lytFilterParser/request/Record.h"
 
 class AtomFilter;
 class ContentFilterBase;
@@ -40,6 +42,10 @@ struct Reader {
   using Iter = typename Tokens::iterator;
 
   std::string fault;
+  // Where the rules record what they build, or nullptr: the entry points
+  // read without one. Set only for a TextTokens reading whose record's text
+  // is the text the tokens read.
+  Record* record = nullptr;
 
   // "-f", "-k", "-v", "-s" options up to the end.
   template <class Tokens>
@@ -55,10 +61,10 @@ struct Reader {
   template <class Tokens>
   bool dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
 
-  // After "-f"; `listEnd` remembers where bare atom lists end.
+  // After "-f" at `option`; `listEnd` remembers where bare atom lists end.
   template <class Tokens>
   bool filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
-                    std::optional<Iter<Tokens>>& listEnd);
+                    std::optional<Iter<Tokens>>& listEnd, Span option);
   // Operator, optional "[", the "-f" items, the matching "]".
   template <class Tokens>
   bool compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);
@@ -71,6 +77,10 @@ struct Reader {
   // nullptr after a fault.
   template <class Tokens>
   std::unique_ptr<AtomFilter> atom(Tokens& tokens, Iter<Tokens>& cur);
+  // The same, recording the atom as a child of filter node `parent` read
+  // from its "-f" at `option`.
+  template <class Tokens>
+  std::unique_ptr<AtomFilter> atom(Tokens& tokens, Iter<Tokens>& cur, std::uint32_t parent, Span option);
   template <class Tokens>
   static void negation(AtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
@@ -96,6 +106,14 @@ struct Reader {
   bool columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
   bool sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+
+  // For the record: a filter node, complete up to `cur`, and the words of
+  // `part` from `from` up to `cur`.
+  std::uint32_t addNode(std::uint32_t parent, bool compound, Span option);
+  void finishNode(std::uint32_t node, Span next);
+  Span upTo(Span from, Span next) const;
+  template <class Tokens>
+  void words(const Tokens& tokens, Iter<Tokens> from, const Iter<Tokens>& cur, Part part);
 
   // Keeps `message` as the fault; false.
   bool refuse(std::string_view message);
