@@ -66,6 +66,7 @@
 #include "lytFilterParser/column/TavColumn.h"
 #include "lytFilterParser/column/TavColumnArray.h"
 #include "lytFilterParser/column/TavColumnFilter.h"
+#include "lytFilterParser/diagnostics/Characters.h"
 #include "lytFilterParser/diagnostics/Conversion.h"
 #include "lytFilterParser/diagnostics/Diagnostic.h"
 #include "lytFilterParser/diagnostics/Fidelity.h"

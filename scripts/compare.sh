@@ -282,8 +282,8 @@ def entries(path):
             number, label, value = raw.decode("utf-8", "backslashreplace").rstrip("\n").split("\t", 2)
             items = collections.Counter(("finding", m.group(1), m.group(3) + "+" + m.group(4)) for m in FINDING.finditer(value))
             if label in ("diag.refusal",) or label.startswith("diag.validate") or label.startswith("diag.convert"):
-                items[("line", label.split("(")[0], value if not label.startswith("diag.convert") else
-                       FINDING.sub("", value))] += 1
+                # the request and the refusal of a conversion, without its findings
+                items[("line", label.split("(")[0], re.sub(r" \[[0-9]+\]( [a-z-]+ (warning|note) [0-9]+\+[0-9]+)*$", "", value))] += 1
             found[(number, label)] = items
     return found
 

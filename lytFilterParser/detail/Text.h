@@ -59,29 +59,6 @@ inline std::string message(const char* text, std::string_view token) {
   return out;
 }
 
-// The invisible and control characters: the C0 controls and DEL, U+0080 to
-// U+00A0 and U+00AD, and the blank and format characters of U+2000 to
-// U+200F, U+2028 to U+202F, U+205F to U+206F, U+3000 and U+FEFF.
-struct Invisible {
-  std::size_t length;  // bytes; 0 for a visible character
-  unsigned codePoint;
-};
-
-// The invisible or control character that starts at text[i], if one does.
-inline Invisible invisibleAt(std::string_view text, std::size_t i) {
-  if (i >= text.size()) return {0, 0};
-  const auto byte = [&](std::size_t k) { return i + k < text.size() ? static_cast<unsigned char>(text[i + k]) : 0u; };
-  const unsigned b0 = byte(0), b1 = byte(1), b2 = byte(2);
-  if (b0 < 0x20 || b0 == 0x7F) return {1, b0};
-  if (b0 == 0xC2 && (b1 <= 0xA0 || b1 == 0xAD) && b1 >= 0x80) return {2, b1};
-  const unsigned three = (b0 & 0x0Fu) << 12 | (b1 & 0x3Fu) << 6 | (b2 & 0x3Fu);
-  const bool continued = (b1 & 0xC0u) == 0x80 && (b2 & 0xC0u) == 0x80;
-  if (!continued || (b0 & 0xF0u) != 0xE0) return {0, 0};
-  const bool invisible = (three >= 0x2000 && three <= 0x200F) || (three >= 0x2028 && three <= 0x202F) ||
-                         (three >= 0x205F && three <= 0x206F) || three == 0x3000 || three == 0xFEFF;
-  return invisible ? Invisible{3, three} : Invisible{0, 0};
-}
-
 }  // namespace detail
 }  // namespace lytFilterParser
 

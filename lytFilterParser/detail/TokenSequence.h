@@ -164,6 +164,14 @@ class WordSource {
 typedef TokenSequence<TextSource> TextTokens;
 typedef TokenSequence<WordSource> WordTokens;
 
+// The bytes under a token: only a text read in place knows them; other
+// sequences give an empty span.
+inline Span spanAt(const TextTokens& tokens, const TextTokens::iterator& at) { return tokens.span(at); }
+template <class Tokens, class It>
+Span spanAt(const Tokens&, const It&) {
+  return Span{};
+}
+
 }  // namespace detail
 }  // namespace lytFilterParser
 

@@ -46,6 +46,12 @@ enum class Code : unsigned char {
   OptionChanged,
   SortChanged,
   WordSkipped,
+  OptionDoubled,
+  ConvertedUnreadable,
+  ConvertedRefused,
+  FilterUnsatisfiable,
+  AtomEmpty,
+  EntityComma,
 };
 
 struct CodeRow {
@@ -83,6 +89,12 @@ inline constexpr CodeRow kCodes[] = {
     {Code::OptionChanged, {"option-changed", Severity::Warning, "a column option that reads back otherwise"}},
     {Code::SortChanged, {"sort-changed", Severity::Warning, "the sort, its index or its updates read back otherwise"}},
     {Code::WordSkipped, {"word-skipped", Severity::Warning, "legacy words the conversion skips"}},
+    {Code::OptionDoubled, {"option-doubled", Severity::Warning, "a legacy option given twice where the older peers serve one"}},
+    {Code::ConvertedUnreadable, {"converted-unreadable", Severity::Warning, "a converted text that the reader refuses"}},
+    {Code::ConvertedRefused, {"converted-refused", Severity::Warning, "a converted request that its peer refuses"}},
+    {Code::FilterUnsatisfiable, {"filter-unsatisfiable", Severity::Warning, "a filter that no traffic can match"}},
+    {Code::AtomEmpty, {"atom-empty", Severity::Warning, "a filter with no names"}},
+    {Code::EntityComma, {"entity-comma", Severity::Note, "a name holding a comma, probably meant as two names"}},
 };
 
 constexpr bool codesInOrder() {

@@ -92,6 +92,7 @@ class Comparison {
   void items(const std::vector<Item>& mine, const std::vector<Item>& theirs, const std::vector<Span>& places, Span owner);
   void column(const TavColumn& mine, const TavColumn& theirs, const RecordColumn* place);
   std::vector<Span> nameSpans(std::uint32_t first, std::uint32_t count) const;
+  std::string refusedButAccepted(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs) const;
 
   const Record& outline;
   bool located;
@@ -319,28 +320,43 @@ TavSortType appliedSort(const NetworkKovaRequest& request) {
   return request.getSortType() == TAV_SORT_NONE && request.isDynamic() ? TAV_SORT_TOP : request.getSortType();
 }
 
+// ", which accepts the text although it refuses the request: MESSAGE" when
+// the peer's text turns a refused request into an accepted one.
+std::string Comparison::refusedButAccepted(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs) const {
+  NetworkKovaRequest request(mine), text(theirs);
+  std::string refusal, none;
+  if (request.isValid(peer, refusal) || !text.isValid(peer, none)) return std::string();
+  return ", which accepts the text although it refuses the request: " + refusal;
+}
+
 void Comparison::sort(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs) {
   // Without a sort word, the older peers' sort comes from the first key.
   Span sortPlace = located && !outline.keys.empty() ? outline.keys[0].whole : Span{outline.text.size(), 0};
-  Span updatesPlace{outline.text.size(), 0};
+  Span updatesPlace{outline.text.size(), 0}, indexPlace = sortPlace;
   if (located) {
     for (const SortSetting& setting : outline.sorts) {
-      sortPlace = setting.type;
+      sortPlace = indexPlace = setting.type;
       if (setting.column >= 0) continue;
       updatesPlace = setting.type;
       for (std::uint32_t w = setting.firstWord; w < setting.firstWord + setting.wordCount; ++w) {
         if (outline.words[w].part == Part::Updates) updatesPlace = outline.words[w].span;
+        if (outline.words[w].part == Part::Index) indexPlace = outline.words[w].span;
       }
     }
   }
   const TavSortType own = appliedSort(mine);
   const TavSortType other = appliedSort(theirs);
-  // With one value column, every index sorts by it.
-  const bool indexCounts = own != TAV_SORT_NONE && mine.getValues().size() > 1;
-  if (own != other || (indexCounts && mine.getSortIndex() != theirs.getSortIndex())) {
+  if (own != other) {
     found.add(Code::SortChanged, place(sortPlace),
               describeSort(own, mine.getSortIndex()) + " reads back as " + describeSort(other, theirs.getSortIndex()) +
                   forPeer());
+  } else if (mine.getSortIndex() != theirs.getSortIndex()) {
+    // The text leaves the index out (one value column, or no sort): it reads back as 1.
+    const std::string_view index = kSortOptions[SORT_INDEX].text;
+    found.add(Code::SortChanged, place(indexPlace),
+              quoted(std::string(index) + std::to_string(mine.getSortIndex())) + " reads back as " +
+                  quoted(std::string(index) + std::to_string(theirs.getSortIndex())) + forPeer() +
+                  refusedButAccepted(mine, theirs));
   }
   if (mine.getMaxUpdates() != theirs.getMaxUpdates()) {
     const std::string_view updates = kSortOptions[SORT_UPDATES].text;

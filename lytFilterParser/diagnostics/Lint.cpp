@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/diagnostics/Characters.h"
 #include "lytFilterParser/diagnostics/DiagnosticTable.h"
 #include "lytFilterParser/diagnostics/Reading.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
@@ -29,6 +30,7 @@ std::string_view characterName(unsigned codePoint) {
     case 0x0D: return "carriage return";
     case 0xA0: return "no-break space";
     case 0xAD: return "soft hyphen";
+    case 0x1680: return "ogham space mark";
     case 0x200B: return "zero-width space";
     case 0x200C: return "zero-width non-joiner";
     case 0x200D: return "zero-width joiner";
@@ -79,13 +81,13 @@ void lintInvisible(std::string_view text, Findings& found) {
       ++i;
       continue;
     }
-    const Invisible first = invisibleAt(text, i);
+    const InvisibleCharacter first = invisibleAt(text, i);
     if (first.length == 0) {
       ++i;
       continue;
     }
     std::size_t end = i + first.length;
-    for (Invisible next = invisibleAt(text, end); next.length > 0; next = invisibleAt(text, end)) end += next.length;
+    for (InvisibleCharacter next = invisibleAt(text, end); next.length > 0; next = invisibleAt(text, end)) end += next.length;
     found.add(Code::InvisibleCharacter, Span{i, end - i},
               codePointText(first.codePoint) + " (" + std::string(characterName(first.codePoint)) + ") inside " +
                   quoted(wordAround(text, i)) + ": it is part of the word; only a blank separates words");
@@ -203,7 +205,11 @@ void lintName(std::string_view word, Span at, Place place, Findings& found) {
   if (separator == 0 && (place != Place::Interfaces || word.size() > 1)) {
     found.add(Code::EntityEmpty, at, quoted(word) + " has an empty name");
   }
-  if (place == Place::Interfaces) lintDirection(word, at, found);
+  if (place == Place::Interfaces) {
+    lintDirection(word, at, found);
+  } else if (word.find(kDirectionSeparator) != std::string_view::npos) {
+    found.add(Code::EntityComma, at, quoted(word) + " is one name; names are separated by blanks");
+  }
   if (const lytFilterParser::Word* keyword = keywordOf(word)) {
     found.add(Code::EntityKeyword, at,
               quoted(word) + " is read as a name here; it is also the " + std::string(wordKindName(keyword->kind)) +
@@ -272,6 +278,46 @@ void lintFilterOptions(const Record& outline, Findings& found) {
   }
 }
 
+// An "and" of atoms that one atom requires a name of a type and another
+// excludes for the same type cannot match: every name an atom allows is
+// excluded. Different names prove nothing (a name may be a subnet or a
+// module holding the other).
+void lintConjunction(const Record& outline, std::uint32_t n, Findings& found) {
+  const FilterNode& node = outline.nodes[n];
+  const std::string_view op = n == 0 && node.head.length == 0 ? std::string_view() : outline.textOf(node.head);
+  const FilterOperator* code = codeOf<FilterOperator>(kFilterOperators, op);
+  if (node.childCount < 2 || (code != nullptr && *code != FILTER_AND)) return;
+  // The names each atom type excludes: the type word and the name.
+  std::unordered_map<std::string_view, std::unordered_map<std::string_view, Span>> excluded;
+  for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
+    const FilterNode& atom = outline.nodes[child];
+    if (atom.compound || atom.negation.length == 0) continue;
+    auto& names = excluded[outline.textOf(atom.head)];
+    for (std::uint32_t w = atom.firstWord; w < atom.firstWord + atom.wordCount; ++w) {
+      names.emplace(outline.textOf(outline.words[w].span), outline.words[w].span);
+    }
+  }
+  if (excluded.empty()) return;
+  for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
+    const FilterNode& atom = outline.nodes[child];
+    if (atom.compound || atom.negation.length > 0 || atom.wordCount == 0) continue;
+    const auto type = excluded.find(outline.textOf(atom.head));
+    if (type == excluded.end()) continue;
+    Span last{};
+    bool all = true;
+    for (std::uint32_t w = atom.firstWord; all && w < atom.firstWord + atom.wordCount; ++w) {
+      const auto name = type->second.find(outline.textOf(outline.words[w].span));
+      all = name != type->second.end();
+      if (all) last = name->second;
+    }
+    if (!all) continue;
+    found.add(Code::FilterUnsatisfiable, atom.whole,
+              quoted(outline.textOf(atom.whole)) + " requires what a filter joined to it by " +
+                  quoted(wordOf<FilterOperator>(kFilterOperators, FILTER_AND)) + " excludes (at " + atByte(last.start) +
+                  "): no traffic matches");
+  }
+}
+
 void lintFilter(const Record& outline, Findings& found) {
   lintFilterOptions(outline, found);
   if (outline.nodes[0].childCount == 0) {
@@ -282,11 +328,17 @@ void lintFilter(const Record& outline, Findings& found) {
       }
     }
   }
-  for (std::size_t n = 1; n < outline.nodes.size(); ++n) {
+  for (std::uint32_t n = 0; n < outline.nodes.size(); ++n) {
     const FilterNode& node = outline.nodes[n];
-    if (node.compound && node.childCount == 0) {
+    if (node.compound && node.childCount == 0 && n > 0) {
       found.add(Code::OperatorIgnored, node.whole, quoted(outline.textOf(node.head)) + " has no filter in it and is ignored");
-    } else if (!node.compound) {
+    } else if (node.compound) {
+      lintConjunction(outline, n, found);
+    } else if (node.wordCount == 0) {
+      found.add(Code::AtomEmpty, node.whole,
+                quoted(outline.textOf(node.whole)) + " has no names: it names no traffic" +
+                    (node.negation.length > 0 ? ", and excludes none" : ""));
+    } else {
       lintNames(outline, node.firstWord, node.wordCount, node.interface ? Place::Interfaces : Place::Atom, found);
     }
   }

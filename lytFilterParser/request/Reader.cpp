@@ -82,14 +82,6 @@ void Reader::raiseUnless(bool read) {
 
 namespace {
 
-// The bytes under a token: only a text read in place knows them, and only
-// such a reading has a record.
-Span spanAt(const TextTokens& tokens, const TextTokens::iterator& at) { return tokens.span(at); }
-template <class Tokens, class It>
-Span spanAt(const Tokens&, const It&) {
-  return Span{};
-}
-
 std::uint32_t countOf(std::size_t size) { return static_cast<std::uint32_t>(size); }
 
 }  // namespace
