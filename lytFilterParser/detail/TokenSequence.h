@@ -71,10 +71,11 @@ class TokenSequence : public Source {
   iterator end() const { return iterator(this, Source::last(), closeCount); }
 
   // The bytes of the text under the token at `position`, for a source that
-  // knows them (TextSource): an inserted bracket has length 0 at the next
-  // token, the end has length 0 after the text.
+  // knows them: an inserted bracket has length 0 where the next token
+  // starts, the end has length 0 after the text.
   Span span(const iterator& position) const {
-    return position.onClose() ? Span{Source::key(position.pos), 0} : Source::span(position.pos);
+    const Span at = Source::span(position.pos);
+    return position.onClose() ? Span{at.start, 0} : at;
   }
 
   // Puts a "]" before the token at `position` (a real token or the end) and
@@ -147,6 +148,23 @@ class WordSource {
     composed.push_back(std::move(word));
     words.push_back(composed.back());
   }
+  // The bytes of the text that the word pushed last stands for, when the
+  // caller keeps places (the legacy translator with a trace).
+  void placeLast(Span at) {
+    places.resize(words.size(), kUnplaced);
+    places.back() = at;
+  }
+  // After the last word: a word without a place (a keyword, a word the
+  // caller composed) stands, with length 0, where the next placed word
+  // starts, or at `end`, the end of the text.
+  void finishPlaces(std::size_t end) {
+    places.resize(words.size(), kUnplaced);
+    textEnd = end;
+    for (std::size_t i = places.size(); i-- > 0;) {
+      if (places[i].start == kUnplaced.start) places[i] = Span{end, 0};
+      end = places[i].start;
+    }
+  }
 
  protected:
   typedef std::size_t Position;
@@ -155,9 +173,13 @@ class WordSource {
   Position next(Position p) const { return p + 1; }
   Position last() const { return words.size(); }
   std::string_view at(Position p) const { return words[p]; }
+  Span span(Position p) const { return p < places.size() ? places[p] : Span{textEnd, 0}; }
 
  private:
+  static constexpr Span kUnplaced{static_cast<std::size_t>(-1), 0};
   std::vector<std::string_view> words;
+  std::vector<Span> places;
+  std::size_t textEnd = 0;
   std::list<std::string> composed;  // nodes do not move, so views of them stay valid
 };
 

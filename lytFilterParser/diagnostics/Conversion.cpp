@@ -126,7 +126,7 @@ Span refusalPlace(std::string_view line, TavVersion peer, const std::string& err
   NetworkKovaRequest request(Filter(), TavColumnArray(), TavColumnArray(), TAV_SORT_NONE, 1);
   WordTokens::iterator cur = translated.begin();
   if (reader.request(request, translated, cur) || reader.fault != error) return Span{line.size(), 0};
-  return tokenSpan(line, translated, cur);
+  return translated.span(cur);
 }
 
 }  // namespace

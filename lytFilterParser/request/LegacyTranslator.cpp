@@ -339,6 +339,7 @@ class Translation {
 
   void take() {
     out.push_back(std::string_view(*cur));
+    if (trace != nullptr) out.placeLast(here());
     ++cur;
   }
   void emit(std::string_view word) { out.push_back(word); }
@@ -385,7 +386,9 @@ class Translation {
 
 template <class Tokens>
 bool translateLegacy(Tokens& tokens, WordTokens& out, std::string& fault, LegacyTrace* trace) {
-  return Translation<Tokens>(tokens, out, fault, trace).run();
+  const bool translated = Translation<Tokens>(tokens, out, fault, trace).run();
+  if (trace != nullptr) out.finishPlaces(spanAt(tokens, tokens.end()).start);
+  return translated;
 }
 
 template bool translateLegacy<strList>(strList&, WordTokens&, std::string&, LegacyTrace*);
