@@ -71,6 +71,7 @@
 #include "lytFilterParser/diagnostics/Diagnostic.h"
 #include "lytFilterParser/diagnostics/Fidelity.h"
 #include "lytFilterParser/diagnostics/Lint.h"
+#include "lytFilterParser/diagnostics/RecordedRequest.h"
 #include "lytFilterParser/diagnostics/Refusal.h"
 #include "lytFilterParser/diagnostics/Validation.h"
 #include "lytFilterParser/entity/TavEntity.h"

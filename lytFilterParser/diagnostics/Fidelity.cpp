@@ -409,6 +409,8 @@ void compareNetwork(std::string_view text, const NetworkKovaRequest& mine, const
   comparison.sort(mine, theirs);
 }
 
+}  // namespace
+
 // The comparison of `request` with what its text for `peer` reads back as;
 // `reading` holds the record of `text` and whether it is the request's.
 std::vector<Diagnostic> compare(const std::string& text, const LYTKovaRequest& request, const Reading& reading,
@@ -422,7 +424,6 @@ std::vector<Diagnostic> compare(const std::string& text, const LYTKovaRequest& r
   return found.finish();
 }
 
-}  // namespace
 }  // namespace detail
 
 std::vector<Diagnostic> fidelity(const std::string& text, const LYTKovaRequest& request, TavVersion peer) {

@@ -485,11 +485,13 @@ void lintVirtualLink(const Record& outline, Findings& found) {
 }  // namespace
 }  // namespace detail
 
-std::vector<Diagnostic> lint(const std::string& text) {
-  using namespace detail;
+std::vector<Diagnostic> lint(const std::string& text) { return detail::lintReading(detail::readText(text, true, true)); }
+
+namespace detail {
+
+std::vector<Diagnostic> lintReading(const Reading& reading) {
   Findings found;
-  lintInvisible(text, found);
-  const Reading reading = readText(text, true, true);
+  lintInvisible(reading.record.text, found);
   if (!reading.request) return found.finish();
   const Record& outline = reading.record;
   if (outline.virtualLink) {
@@ -503,4 +505,5 @@ std::vector<Diagnostic> lint(const std::string& text) {
   return found.finish();
 }
 
+}  // namespace detail
 }  // namespace lytFilterParser

@@ -6,11 +6,16 @@
 
 #include <string>
 #include <string_view>
+#include <optional>
+#include <vector>
+
+#include "lytFilterParser/diagnostics/Diagnostic.h"
 
 #include "lytFilterParser/base/Span.h"
 #include "lytFilterParser/diagnostics/Refusal.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/request/Record.h"
+#include "lytFilterParser/request/Validator.h"
 
 namespace lytFilterParser {
 namespace detail {
@@ -18,6 +23,14 @@ namespace detail {
 // The refusal with `message` at `at` of `text`, with the suggestions for
 // the word there that the message calls for (Refusal.cpp).
 Refusal refusalAt(std::string message, Span at, std::string_view text);
+
+// What lint, fidelity and validate find in a reading with its record (the
+// public functions of the same names read the text first).
+std::vector<Diagnostic> lintReading(const Reading& reading);
+std::vector<Diagnostic> compare(const std::string& text, const LYTKovaRequest& request, const Reading& reading,
+                                bool located, TavVersion peer);
+// The place of the item validation blamed.
+Span blamedPlace(const Record& record, const Blame& blame);
 
 // Reads `text` with its record; true when `request` is what the reader
 // makes of it (the same filter tree shape, columns and name counts), so

@@ -88,14 +88,19 @@ class Locator {
 }  // namespace
 }  // namespace detail
 
+namespace detail {
+
+Span blamedPlace(const Record& record, const Blame& blame) { return Locator(record).locate(blame); }
+
+}  // namespace detail
+
 std::optional<Refusal> validate(const std::string& text, NetworkKovaRequest& request, TavVersion peer) {
-  using namespace detail;
   std::string message;
-  Blame blame;
-  if (Validator::isValid(request, peer, message, &blame)) return std::nullopt;
-  Reading reading;
-  Span at{0, text.size()};
-  if (recordFor(text, request, reading)) at = Locator(reading.record).locate(blame);
+  detail::Blame blame;
+  if (detail::Validator::isValid(request, peer, message, &blame)) return std::nullopt;
+  // The text is read again, for the places, only when validation refuses.
+  detail::Reading reading;
+  const Span at = detail::recordFor(text, request, reading) ? detail::blamedPlace(reading.record, blame) : Span{0, text.size()};
   return Refusal{std::move(message), at.start, at.length, {}};
 }
 
