@@ -71,7 +71,7 @@ inline void checkRecord(const std::string& text) {
     checkSpan(text, option.op, "an operator");
     checkSpan(text, option.whole, "a filter option");
   }
-  for (const std::vector<RecordColumn>* columns : {&record.keys, &record.values}) {
+  for (const RecordColumns* columns : {&record.keys, &record.values}) {
     for (const RecordColumn& column : *columns) {
       checkSpan(text, column.option, "a column option");
       checkSpan(text, column.type, "a column type");

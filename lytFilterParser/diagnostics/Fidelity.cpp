@@ -72,7 +72,7 @@ class Comparison {
       : outline(outline), located(located), peer(peer), found(found) {}
 
   void filters(const Filter& mine, const Filter& theirs);
-  void columns(const TavColumnArray& mine, const TavColumnArray& theirs, const std::vector<RecordColumn>& places,
+  void columns(const TavColumnArray& mine, const TavColumnArray& theirs, const RecordColumns& places,
                std::string_view role);
   void sort(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs);
 
@@ -233,7 +233,7 @@ void Comparison::items(const std::vector<Item>& mine, const std::vector<Item>& t
 // columns of another type. A column whose partner comes earlier than the
 // partner of a column before it has moved.
 void Comparison::columns(const TavColumnArray& mine, const TavColumnArray& theirs,
-                         const std::vector<RecordColumn>& places, std::string_view role) {
+                         const RecordColumns& places, std::string_view role) {
   const auto placeOf = [&](std::size_t c) { return located && c < places.size() ? &places[c] : nullptr; };
   const auto wholeSpan = [&](std::size_t c) { return placeOf(c) ? placeOf(c)->whole : whole(); };
   const auto typeOf = [](const TavColumn& column) {

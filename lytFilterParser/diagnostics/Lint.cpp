@@ -252,7 +252,7 @@ FilterOperator operatorOf(const Record& outline, const FilterOption& option) {
 std::string_view operatorName(FilterOperator op) { return wordOf<FilterOperator>(kFilterOperators, op); }
 
 void lintFilterOptions(const Record& outline, Findings& found) {
-  const std::vector<FilterOption>& options = outline.filterOptions;
+  const auto& options = outline.filterOptions;
   if (options.empty()) return;
   const FilterOption& lastOption = options.back();
   const FilterOperator effective = operatorOf(outline, lastOption);

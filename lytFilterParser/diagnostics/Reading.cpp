@@ -14,7 +14,7 @@ std::size_t nameCount(const Record& record, std::uint32_t first, std::uint32_t c
   return names;
 }
 
-bool columnsMatch(const Record& record, const std::vector<RecordColumn>& columns, const TavColumnArray& made) {
+bool columnsMatch(const Record& record, const RecordColumns& columns, const TavColumnArray& made) {
   if (columns.size() != made.size()) return false;
   for (std::size_t c = 0; c < columns.size(); ++c) {
     if (nameCount(record, columns[c].firstWord, columns[c].wordCount) != made[c].getEntities().size()) return false;

@@ -37,7 +37,7 @@ class Locator {
  private:
   Span whole() const { return Span{0, outline.text.size()}; }
 
-  Span column(const std::vector<RecordColumn>& columns, std::size_t c, bool type) const {
+  Span column(const RecordColumns& columns, std::size_t c, bool type) const {
     if (c >= columns.size()) return whole();
     return type ? columns[c].type : columns[c].whole;
   }

@@ -124,14 +124,11 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
   // takes another option.
   std::optional<Iter<Tokens>> listEnd;
   if (record != nullptr) {
-    // Room for the items of an ordinary request, so that recording one allocates little.
-    record->words.reserve(record->text.size() / 6 + 4);
-    record->nodes.reserve(8);
     record->nodes.push_back(FilterNode{});
     record->nodes[0].compound = true;
   }
   // A column as recorded: its option, its type and the words from `first` on.
-  const auto recordColumn = [&](std::vector<RecordColumn>& list, Span option, Span type, std::uint32_t first) {
+  const auto recordColumn = [&](RecordColumns& list, Span option, Span type, std::uint32_t first) {
     list.push_back(RecordColumn{option, type, upTo(option, spanAt(tokens, cur)), first, countOf(record->words.size()) - first});
   };
   while (cur != tokens.end()) {
@@ -188,7 +185,7 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
   }
   if (record != nullptr) {
     record->nodes[0].end = countOf(record->nodes.size());
-    const std::vector<FilterOption>& options = record->filterOptions;
+    const auto& options = record->filterOptions;
     if (!options.empty()) record->nodes[0].whole = cover(options.front().option, options.back().whole);
   }
   return true;
@@ -218,7 +215,7 @@ bool Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Toke
                           std::optional<Iter<Tokens>>& listEnd, Span option) {
   if (cur == tokens.end()) return refuse(kNoType);
   FilterOption* const recorded =
-      record != nullptr ? &record->filterOptions.emplace_back(FilterOption{option, Span{}, option}) : nullptr;
+      record != nullptr ? &record->filterOptions.push_back(FilterOption{option, Span{}, option}) : nullptr;
   if (isOperatorWord(*cur)) {
     if (recorded != nullptr) record->nodes[0].head = recorded->op = spanAt(tokens, cur);
     const bool read = compound(request.filter, tokens, cur);

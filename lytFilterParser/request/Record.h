@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "lytFilterParser/base/Span.h"
+#include "lytFilterParser/detail/SmallVector.h"
 
 class LYTKovaRequest;
 
@@ -81,17 +82,20 @@ struct DataTypeOption {
   Span type;
 };
 
+// The lists hold an ordinary request's items in place (SmallVector).
+typedef SmallVector<RecordColumn, 4> RecordColumns;
+
 struct Record {
   std::string_view text;
   bool virtualLink = false;
-  std::vector<FilterNode> nodes;
-  std::vector<FilterOption> filterOptions;
-  std::vector<RecordColumn> keys;
-  std::vector<RecordColumn> values;
-  std::vector<SortSetting> sorts;
-  std::vector<RecordWord> words;
+  SmallVector<FilterNode, 8> nodes;
+  SmallVector<FilterOption, 2> filterOptions;
+  RecordColumns keys;
+  RecordColumns values;
+  SmallVector<SortSetting, 2> sorts;
+  SmallVector<RecordWord, 16> words;
   Span vlName;
-  std::vector<DataTypeOption> dataTypes;
+  SmallVector<DataTypeOption, 2> dataTypes;
 
   std::string_view textOf(Span span) const { return text.substr(span.start, span.length); }
   // The first child of compound node `node` is node + 1; the next sibling of `child` is nodes[child].end.
