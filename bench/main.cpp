@@ -1,4 +1,4 @@
-// Benchmarks of lytFilterParser on a fixed corpus (corpus.cpp), with two
+// Benchmarks of lytFilterParser on a fixed corpus (tests/support/corpus.cpp), with two
 // floors measured in the same run on the same texts:
 //   floor_split  cutting the text on blanks into a std::list<std::string>
 //                with a plain loop (floor (a), the reference of every ratio);
@@ -36,7 +36,7 @@
 #include <lytFilterParser/lytFilterParser.h>
 
 #include "alloc_counter.h"
-#include "corpus.h"
+#include "tests/support/corpus.h"
 
 namespace {
 

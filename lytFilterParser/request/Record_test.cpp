@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "lytFilterParser/detail/TestSupport.h"
+#include "tests/support/TestSupport.h"
 #include "lytFilterParser/request/Record.h"
 
 namespace {
