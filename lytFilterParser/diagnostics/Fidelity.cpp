@@ -325,7 +325,11 @@ TavSortType appliedSort(const NetworkKovaRequest& request) {
 std::string Comparison::refusedButAccepted(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs) const {
   NetworkKovaRequest request(mine), text(theirs);
   std::string refusal, none;
-  if (request.isValid(peer, refusal) || !text.isValid(peer, none)) return std::string();
+  try {
+    if (request.isValid(peer, refusal) || !text.isValid(peer, none)) return std::string();
+  } catch (const std::string&) {  // a type without a keyword in a message: no verdict to tell
+    return std::string();
+  }
   return ", which accepts the text although it refuses the request: " + refusal;
 }
 

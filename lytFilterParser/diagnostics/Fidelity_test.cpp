@@ -38,6 +38,9 @@ const Row kRows[] = {
     // The text leaves out an index with one value column, or without a sort.
     {"-k src h1 -v wb -s top index=3", 3, {"sort-changed:index=3"}},
     {"-k src -v wb -s top index=2", 3, {"sort-changed:index=2"}},
+    // Validating a telNumber value throws: the index is reported without a verdict.
+    {"-s none updates=1 index=2 -v telNumber -k tunnel", 1,
+     {"sort-changed:updates=1", "sort-changed:index=2", "column-changed:telNumber", "column-dropped:-k tunnel"}},
     {"-k src -v wb -v pkt -s none index=2 updates=20", 3, {"sort-changed:index=2", "sort-changed:updates=20"}},
     {"-k src -v wb -v pkt -s bottom index=2 updates=20", 3, {}},
     {"-f ip not 10.0.0.5 10.0.0.6 -k svc -v wb -s top", 3, {}},
