@@ -20,6 +20,7 @@
 #include <list>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -186,9 +187,21 @@ class WordSource {
 typedef TokenSequence<TextSource> TextTokens;
 typedef TokenSequence<WordSource> WordTokens;
 
+// A text read in place by a reader that records what it reads
+// (Reader::record): the same tokens, of a type of their own, so that the
+// readers of every other sequence compile the recording away.
+class RecordedTextTokens : public TextTokens {
+ public:
+  explicit RecordedTextTokens(std::string_view text) : TextTokens(text) {}
+};
+
+template <class Tokens>
+constexpr bool recording = std::is_same<Tokens, RecordedTextTokens>::value;
+
 // The bytes under a token: only a text read in place knows them; other
 // sequences give an empty span.
 inline Span spanAt(const TextTokens& tokens, const TextTokens::iterator& at) { return tokens.span(at); }
+inline Span spanAt(const RecordedTextTokens& tokens, const TextTokens::iterator& at) { return tokens.span(at); }
 template <class Tokens, class It>
 Span spanAt(const Tokens&, const It&) {
   return Span{};

@@ -122,8 +122,8 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
   // Where the bare atom lists read so far end: the first option that is not
   // "-f". Nothing but this loop reads past it, so it holds until the loop
   // takes another option.
-  std::optional<Iter<Tokens>> listEnd;
-  if (record != nullptr) {
+  ListEnd<Tokens> listEnd{tokens.end(), false};
+  if (recording<Tokens>) {
     record->nodes.push_back(FilterNode{});
     record->nodes[0].compound = true;
   }
@@ -134,30 +134,30 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
   while (cur != tokens.end()) {
     const std::string_view option = *cur;
     if (option.size() != 2 || option[0] != '-') return refuse("Invalid option: ", option);
-    if (option[1] != OPTION_FILTER) listEnd.reset();
-    const Span at = record != nullptr ? spanAt(tokens, cur) : Span{};
-    const std::uint32_t first = record != nullptr ? countOf(record->words.size()) : 0;
+    if (option[1] != OPTION_FILTER) listEnd.known = false;
+    const Span at = recording<Tokens> ? spanAt(tokens, cur) : Span{};
+    const std::uint32_t first = recording<Tokens> ? countOf(record->words.size()) : 0;
     bool read = true;
     switch (option[1]) {
       case OPTION_KEY: {
         ++cur;
-        const Span type = record != nullptr ? spanAt(tokens, cur) : Span{};
+        const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
         std::string ignoredSort;
         TavColumn key(TAV_KEY);
         read = column(key, tokens, cur, ignoredSort);
         if (read) request.keys.push_back(std::move(key));
-        if (read && record != nullptr) recordColumn(record->keys, at, type, first);
+        if (read && recording<Tokens>) recordColumn(record->keys, at, type, first);
         break;
       }
       case OPTION_VALUE: {
         ++cur;
-        const Span typeWord = record != nullptr ? spanAt(tokens, cur) : Span{};
+        const Span typeWord = recording<Tokens> ? spanAt(tokens, cur) : Span{};
         std::string sortOption;
         TavColumn value(TAV_VALUE);
         read = column(value, tokens, cur, sortOption);
         if (!read) break;
         request.values.push_back(std::move(value));
-        if (record != nullptr) recordColumn(record->values, at, typeWord, first);
+        if (recording<Tokens>) recordColumn(record->values, at, typeWord, first);
         const TavSortType type = sortOption.empty() ? TAV_SORT_NONE : NetworkKovaRequest::getSortType(sortOption);
         if (type != TAV_SORT_NONE) {
           request.sortType = type;
@@ -167,9 +167,9 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
       }
       case OPTION_SORT: {
         ++cur;
-        const Span type = record != nullptr ? spanAt(tokens, cur) : Span{};
+        const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
         read = sort(request, tokens, cur);
-        if (read && record != nullptr) {
+        if (read && recording<Tokens>) {
           record->sorts.push_back(SortSetting{at, type, -1, first, countOf(record->words.size()) - first});
         }
         break;
@@ -183,7 +183,7 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
     }
     if (!read) return false;
   }
-  if (record != nullptr) {
+  if (recording<Tokens>) {
     record->nodes[0].end = countOf(record->nodes.size());
     const auto& options = record->filterOptions;
     if (!options.empty()) record->nodes[0].whole = cover(options.front().option, options.back().whole);
@@ -212,10 +212,10 @@ bool Reader::legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersi
 
 template <class Tokens>
 bool Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
-                          std::optional<Iter<Tokens>>& listEnd, Span option) {
+                          ListEnd<Tokens>& listEnd, Span option) {
   if (cur == tokens.end()) return refuse(kNoType);
   FilterOption* const recorded =
-      record != nullptr ? &record->filterOptions.push_back(FilterOption{option, Span{}, option}) : nullptr;
+      recording<Tokens> ? &record->filterOptions.push_back(FilterOption{option, Span{}, option}) : nullptr;
   if (isOperatorWord(*cur)) {
     if (recorded != nullptr) record->nodes[0].head = recorded->op = spanAt(tokens, cur);
     const bool read = compound(request.filter, tokens, cur);
@@ -236,12 +236,12 @@ bool Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Toke
     // A list closed early by a "]" of the text leaves the reader before the
     // same option as the list before it: look for that option only once, so
     // that many such lists do not walk the rest of the text each.
-    if (listEnd) {
-      close = *listEnd;
+    if (listEnd.known) {
+      close = listEnd.at;
     } else {
       do ++close;
       while (!endsList(close));
-      listEnd = close;
+      listEnd = ListEnd<Tokens>{close, true};
     }
   }
   const Iter<Tokens> bracket = tokens.insert(close, std::string(1, kCloseBracket));
@@ -302,14 +302,14 @@ bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool br
   SmallStack<OpenFilter, 8> outer;
   for (;;) {
     if (cur != tokens.end() && isOption(*cur, OPTION_FILTER)) {
-      const Span option = record != nullptr ? spanAt(tokens, cur) : Span{};
+      const Span option = recording<Tokens> ? spanAt(tokens, cur) : Span{};
       ++cur;
       // Most compound filters hold two or a few children: one allocation for them.
       if (open.filter->children.capacity() == 0) open.filter->children.reserve(4);
       if (cur != tokens.end() && isOperatorWord(*cur)) {
         std::unique_ptr<Filter> inner(new Filter());
         std::uint32_t node = 0;
-        if (record != nullptr) {
+        if (recording<Tokens>) {
           node = addNode(open.node, true, option);
           record->nodes[node].head = spanAt(tokens, cur);
         }
@@ -332,7 +332,7 @@ bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool br
       if (!isChar(token, kCloseBracket)) return refuse("`]` expected instead of: ", token);
       ++cur;
     }
-    if (record != nullptr && open.node != 0) finishNode(open.node, spanAt(tokens, cur));
+    if (recording<Tokens> && open.node != 0) finishNode(open.node, spanAt(tokens, cur));
     if (outer.empty()) return true;
     std::unique_ptr<Filter> complete = std::move(open.owner);
     open = outer.pop();
@@ -358,7 +358,7 @@ std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur) {
 
 template <class Tokens>
 std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur, std::uint32_t parent, Span option) {
-  if (record == nullptr || cur == tokens.end()) return atom(tokens, cur);
+  if (!recording<Tokens> || cur == tokens.end()) return atom(tokens, cur);
   Iter<Tokens> at = cur;
   std::unique_ptr<AtomFilter> made = atom(tokens, cur);
   if (!made) return made;
@@ -481,12 +481,12 @@ bool Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::s
     const std::string_view token = *cur;
     if (firstChar(token) == '-') break;
     if (containsWord(token, kAccumulationName)) {
-      const Span at = record != nullptr ? spanAt(tokens, cur) : Span{};
+      const Span at = recording<Tokens> ? spanAt(tokens, cur) : Span{};
       if (!accumulation(column, tokens, cur)) return false;
-      if (record != nullptr) record->words.push_back(RecordWord{at, Part::Accumulation});
+      if (recording<Tokens>) record->words.push_back(RecordWord{at, Part::Accumulation});
     } else if (containsWord(token, kSortColumnName)) {
       sortOption.assign(token.data(), token.size());
-      if (record != nullptr) {
+      if (recording<Tokens>) {
         const Span at = spanAt(tokens, cur);
         // Every sort word of a value column that names a sort sets it, until a later one does.
         if (column.keyOrValue == TAV_VALUE && NetworkKovaRequest::getSortType(sortOption) != TAV_SORT_NONE) {
@@ -500,11 +500,11 @@ bool Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::s
     } else {
       const Iter<Tokens> from = cur;
       entities(column.entities, tokens, cur);
-      if (record != nullptr) words(tokens, from, cur, Part::Name);
+      if (recording<Tokens>) words(tokens, from, cur, Part::Name);
       // A bracket that closes nothing here stays with the column as an entity.
       if (cur != tokens.end() && isChar(*cur, kCloseBracket)) {
         column.entities.add(TavEntity(std::string(1, kCloseBracket)));
-        if (record != nullptr) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Name});
+        if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Name});
         ++cur;
       }
     }
@@ -536,7 +536,7 @@ bool Reader::columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>&
       const Word<int>& value = option.values[v];
       if (token.find(value.text, option.valueFrom) != std::string_view::npos) {
         *fields[o] = value.code;
-        if (record != nullptr) {
+        if (recording<Tokens>) {
           record->words.push_back(RecordWord{spanAt(tokens, cur), Part::ColumnOption, static_cast<unsigned char>(o),
                                              static_cast<unsigned char>(v)});
         }
@@ -566,9 +566,9 @@ bool Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur
     // The number is read from where the name would stand at the start.
     if (containsWord(option, index)) {
       request.sortIndex = readInt(option, index.size());
-      if (record != nullptr) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Index});
+      if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Index});
     } else if (containsWord(option, updates)) {
-      if (record != nullptr) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Updates});
+      if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Updates});
       const int count = readInt(option, updates.size());
       request.maxUpdates = count > 0 ? count : NetworkKovaRequest::defaultMaxUpdates;
     } else {
@@ -587,7 +587,7 @@ bool Reader::virtualLink(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
   if (cur == tokens.end()) return refuse("No virtual link name after vl");
   const std::string_view name = *cur;
   request.vlName.assign(name.data(), name.size());
-  if (record != nullptr) record->vlName = spanAt(tokens, cur);
+  if (recording<Tokens>) record->vlName = spanAt(tokens, cur);
   ++cur;
   return virtualLinkOptions(request, tokens, cur);
 }
@@ -599,10 +599,10 @@ bool Reader::virtualLinkOptions(E2EKovaRequest& request, Tokens& tokens, Iter<To
     const std::string_view token = *cur;
     const std::size_t dash = token.find(kDataTypeOption[0]);
     if (dash != std::string_view::npos && token.compare(dash, kDataTypeOption.size(), kDataTypeOption) == 0) {
-      const Span option = record != nullptr ? spanAt(tokens, cur) : Span{};
+      const Span option = recording<Tokens> ? spanAt(tokens, cur) : Span{};
       ++cur;
       if (!dataType(request, tokens, cur)) return false;
-      if (record != nullptr) record->dataTypes.push_back(DataTypeOption{option, spanAt(tokens, cur)});
+      if (recording<Tokens>) record->dataTypes.push_back(DataTypeOption{option, spanAt(tokens, cur)});
     }
   }
   return true;
@@ -628,14 +628,14 @@ template bool Reader::virtualLink<TextTokens>(E2EKovaRequest&, TextTokens&, Text
 // The diagnostics read a legacy line's translation themselves, to know where a fault stands.
 template bool Reader::request<WordTokens>(NetworkKovaRequest&, WordTokens&, WordTokens::iterator&);
 
-Reading readText(std::string_view text, bool virtualLinks, bool recorded) {
-  Reading reading;
-  reading.record.text = text;
-  TextTokens tokens(text);
-  TextTokens::iterator cur = tokens.begin();
-  if (cur == tokens.end()) return reading;
+namespace {
+
+template <class Tokens>
+void readInto(Reading& reading, Tokens& tokens, bool virtualLinks) {
+  typename Tokens::iterator cur = tokens.begin();
+  if (cur == tokens.end()) return;
   Reader reader;
-  if (recorded) reader.record = &reading.record;
+  reader.record = &reading.record;
   bool read = false;
   if (virtualLinks && *cur == kVirtualLinkWord) {
     reading.record.virtualLink = true;
@@ -653,6 +653,20 @@ Reading readText(std::string_view text, bool virtualLinks, bool recorded) {
     reading.request.reset();
     reading.fault = std::move(reader.fault);
     reading.at = tokens.span(cur);
+  }
+}
+
+}  // namespace
+
+Reading readText(std::string_view text, bool virtualLinks, bool recorded) {
+  Reading reading;
+  reading.record.text = text;
+  if (recorded) {
+    RecordedTextTokens tokens(text);
+    readInto(reading, tokens, virtualLinks);
+  } else {
+    TextTokens tokens(text);
+    readInto(reading, tokens, virtualLinks);
   }
   return reading;
 }

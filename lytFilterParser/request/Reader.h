@@ -9,7 +9,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,11 +39,17 @@ namespace detail {
 struct Reader {
   template <class Tokens>
   using Iter = typename Tokens::iterator;
+  // Where the bare atom lists read so far end, once a "-f" has looked.
+  template <class Tokens>
+  struct ListEnd {
+    Iter<Tokens> at;
+    bool known;
+  };
 
   std::string fault;
-  // Where the rules record what they build, or nullptr: the entry points
-  // read without one. Set only for a TextTokens reading whose record's text
-  // is the text the tokens read.
+  // Where the rules record what they build when they read
+  // RecordedTextTokens (its text the record's text); the rules over any
+  // other sequence record nothing and test nothing for it.
   Record* record = nullptr;
 
   // "-f", "-k", "-v", "-s" options up to the end.
@@ -64,7 +69,7 @@ struct Reader {
   // After "-f" at `option`; `listEnd` remembers where bare atom lists end.
   template <class Tokens>
   bool filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
-                    std::optional<Iter<Tokens>>& listEnd, Span option);
+                    ListEnd<Tokens>& listEnd, Span option);
   // Operator, optional "[", the "-f" items, the matching "]".
   template <class Tokens>
   bool compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);
