@@ -31,6 +31,9 @@ enum class Code : unsigned char {
   EntityKeyword,
   EntityEmpty,
   EntityDuplicate,
+  FilterUnsatisfiable,
+  AtomEmpty,
+  EntityComma,
   PeerUnsupported,
   TextUnreadable,
   FilterDropped,
@@ -49,9 +52,6 @@ enum class Code : unsigned char {
   OptionDoubled,
   ConvertedUnreadable,
   ConvertedRefused,
-  FilterUnsatisfiable,
-  AtomEmpty,
-  EntityComma,
 };
 
 struct CodeRow {
@@ -74,6 +74,9 @@ inline constexpr CodeRow kCodes[] = {
     {Code::EntityKeyword, {"entity-keyword", Severity::Warning, "a name that looks like a keyword"}},
     {Code::EntityEmpty, {"entity-empty", Severity::Warning, "a name with nothing before \"<>\" or \",\""}},
     {Code::EntityDuplicate, {"entity-duplicate", Severity::Note, "the same name twice in one filter or column"}},
+    {Code::FilterUnsatisfiable, {"filter-unsatisfiable", Severity::Warning, "a filter that no traffic can match"}},
+    {Code::AtomEmpty, {"atom-empty", Severity::Warning, "a filter with no names"}},
+    {Code::EntityComma, {"entity-comma", Severity::Note, "a name holding a comma, probably meant as two names"}},
     {Code::PeerUnsupported, {"peer-unsupported", Severity::Warning, "the peer has no text for the request"}},
     {Code::TextUnreadable, {"text-unreadable", Severity::Warning, "the peer cannot read the text written for it"}},
     {Code::FilterDropped, {"filter-dropped", Severity::Warning, "a filter that the written or converted request loses"}},
@@ -92,9 +95,6 @@ inline constexpr CodeRow kCodes[] = {
     {Code::OptionDoubled, {"option-doubled", Severity::Warning, "a legacy option given twice where the older peers serve one"}},
     {Code::ConvertedUnreadable, {"converted-unreadable", Severity::Warning, "a converted text that the reader refuses"}},
     {Code::ConvertedRefused, {"converted-refused", Severity::Warning, "a converted request that its peer refuses"}},
-    {Code::FilterUnsatisfiable, {"filter-unsatisfiable", Severity::Warning, "a filter that no traffic can match"}},
-    {Code::AtomEmpty, {"atom-empty", Severity::Warning, "a filter with no names"}},
-    {Code::EntityComma, {"entity-comma", Severity::Note, "a name holding a comma, probably meant as two names"}},
 };
 
 constexpr bool codesInOrder() {
