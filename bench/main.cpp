@@ -1,4 +1,4 @@
-// Benchmarks of lytFilterParser on a fixed corpus (corpus.cpp), with two
+// Benchmarks of lytFilterParser on a fixed corpus (tests/support/corpus.cpp), with two
 // floors measured in the same run on the same texts:
 //   floor_split  cutting the text on blanks into a std::list<std::string>
 //                with a plain loop (floor (a), the reference of every ratio);
@@ -29,13 +29,14 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <lytFilterParser/lytFilterParser.h>
 
 #include "alloc_counter.h"
-#include "corpus.h"
+#include "tests/support/corpus.h"
 
 namespace {
 
@@ -108,11 +109,25 @@ void readRequest(const std::string& text) {
   delete request;
 }
 
-// What a caller pays for asking: the text read once more and walked for the
-// places of its items (lytFilterParser::lint).
+// What a caller pays for asking: the text read once more, its items
+// recorded with their places (lytFilterParser::lint).
 void lintText(const std::string& text) {
   std::vector<lytFilterParser::Diagnostic> found = lytFilterParser::lint(text);
   benchmark::DoNotOptimize(found.data());
+}
+
+// What explain asks of one input, reading it once: the request with its
+// record, its lint, and fidelity and validation for every peer.
+void explainText(const std::string& text) {
+  const lytFilterParser::RecordedRequest recorded(text);
+  std::vector<lytFilterParser::Diagnostic> found = recorded.lint();
+  benchmark::DoNotOptimize(found.data());
+  for (int peer = 1; peer <= 3; ++peer) {
+    found = recorded.fidelity(TavVersion(peer));
+    benchmark::DoNotOptimize(found.data());
+    std::optional<lytFilterParser::Refusal> refusal = recorded.validate(TavVersion(peer));
+    benchmark::DoNotOptimize(refusal);
+  }
 }
 
 void convertLegacy(const std::string& text) {
@@ -336,6 +351,7 @@ void registerCase(const TextCase& c) {
   registerTextBenchmark("roundtrip/" + n, c, roundTrip);
   // Lint of a typical request costs at most one more round trip: compare lint/ with roundtrip/.
   if (c.kind == CaseKind::Typical) registerTextBenchmark("lint/" + n, c, lintText);
+  if (c.kind == CaseKind::Typical) registerTextBenchmark("explain/" + n, c, explainText);
   if (c.kind == CaseKind::ScaleKeys || c.kind == CaseKind::ScaleDepth) return;
 
   if (c.kind != CaseKind::VirtualLink) {

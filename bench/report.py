@@ -318,7 +318,7 @@ def summary_table(summary):
     return lines
 
 
-OP_ORDER = ["floor_split", "floor_copy", "tokenize", "roundtrip", "lint", "convert", "refused", "refused_convert",
+OP_ORDER = ["floor_split", "floor_copy", "tokenize", "roundtrip", "lint", "explain", "convert", "refused", "refused_convert",
             "isvalid", "minversion", "dump_v1", "kova_columns", "module_names", "error"]
 PAIRED_WITH_ACCEPTED = ("refused", "refused_convert")
 OP_TITLE = {
@@ -327,6 +327,7 @@ OP_TITLE = {
     "tokenize": "Tokenizing: LYTKovaRequest::fillFilterList",
     "roundtrip": "Round trip: getLYTKovaRequest + dump() + delete",
     "lint": "Lint: lytFilterParser::lint(text) (target: at most the round trip of the same text)",
+    "explain": "Explain's work: one RecordedRequest, its lint, fidelity and validation for peers 1 to 3 (reads once)",
     "convert": "Convert of a legacy line: LYTKovaRequest::convert(text, error)",
     "refused": "Refused request: getLYTKovaRequest on a text spoilt at one token, against the accepted text",
     "refused_convert": "Refused legacy line: convert on a line spoilt at one token, against the accepted line",

@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-#include "corpus.h"
+#include "tests/support/corpus.h"
 #include "lytFilterParser/lytFilterParser.h"
 
 namespace {

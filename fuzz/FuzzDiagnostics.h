@@ -11,6 +11,9 @@
 #include <vector>
 
 #include "FuzzCommon.h"
+#include "lytFilterParser/detail/TokenSequence.h"
+#include "lytFilterParser/request/LegacyTranslator.h"
+#include "lytFilterParser/request/Record.h"
 
 namespace fuzz {
 
@@ -40,9 +43,70 @@ inline void checkRefusal(const std::string& text, const std::optional<lytFilterP
   if (refusal->suggestions.size() > 3) failure("more than three suggestions", text);
 }
 
+inline void checkSpan(const std::string& text, lytFilterParser::Span span, const char* what) {
+  checkPlace(text, span.start, span.length, what);
+}
+
+// Every place the reader records lies inside the text, and every index of
+// the record points into it.
+inline void checkRecord(const std::string& text) {
+  using namespace lytFilterParser::detail;
+  Reading reading;
+  allowMessage([&] { reading = readText(text, true, true); });
+  checkSpan(text, reading.at, "the place of a fault");
+  const Record& record = reading.record;
+  const auto words = [&](std::uint32_t first, std::uint32_t count, const char* what) {
+    if (first > record.words.size() || count > record.words.size() - first) failure("recorded words beyond the record", what);
+  };
+  for (const RecordWord& word : record.words) checkSpan(text, word.span, "a recorded word");
+  for (const FilterNode& node : record.nodes) {
+    checkSpan(text, node.whole, "a filter");
+    checkSpan(text, node.head, "a filter's head");
+    checkSpan(text, node.negation, "a negation");
+    words(node.firstWord, node.wordCount, "a filter's names");
+    if (node.end > record.nodes.size()) failure("a filter's descendants beyond the record", text);
+  }
+  for (const FilterOption& option : record.filterOptions) {
+    checkSpan(text, option.option, "a -f");
+    checkSpan(text, option.op, "an operator");
+    checkSpan(text, option.whole, "a filter option");
+  }
+  for (const RecordColumns* columns : {&record.keys, &record.values}) {
+    for (const RecordColumn& column : *columns) {
+      checkSpan(text, column.option, "a column option");
+      checkSpan(text, column.type, "a column type");
+      checkSpan(text, column.whole, "a column");
+      words(column.firstWord, column.wordCount, "a column's words");
+    }
+  }
+  for (const SortSetting& sort : record.sorts) {
+    checkSpan(text, sort.option, "a sort");
+    checkSpan(text, sort.type, "a sort type");
+    words(sort.firstWord, sort.wordCount, "a sort's words");
+  }
+  checkSpan(text, record.vlName, "a virtual link name");
+  for (const DataTypeOption& option : record.dataTypes) {
+    checkSpan(text, option.option, "a -t");
+    checkSpan(text, option.type, "a data type");
+  }
+}
+
+// Every place the legacy translator records lies inside the line.
+inline void checkTrace(const std::string& line) {
+  using namespace lytFilterParser::detail;
+  TextTokens tokens(line);
+  WordTokens out;
+  std::string fault;
+  LegacyTrace trace;
+  allowMessage([&] { translateLegacy(tokens, out, fault, &trace); });
+  checkSpan(line, trace.faultAt, "the place of a translation's fault");
+  for (const LegacyEvent& event : trace.events) checkSpan(line, event.span, "a translation's event");
+}
+
 // Request text: lint, fidelity for every peer version, the refusal, and
 // validation for every peer version of a request read afresh.
 inline void checkRequestDiagnostics(const std::string& text) {
+  checkRecord(text);
   checkDiagnostics(text, lytFilterParser::lint(text));
   std::string error;
   std::unique_ptr<LYTKovaRequest> request;
@@ -68,6 +132,7 @@ inline void checkRequestDiagnostics(const std::string& text) {
 // A legacy line: convert with diagnostics for every peer version gives what
 // convert gives.
 inline void checkConversionDiagnostics(const std::string& line) {
+  checkTrace(line);
   for (int version = -1; version <= 4; ++version) {
     std::string error;
     std::string converted;

@@ -29,8 +29,12 @@
 // part of the text that peers and callers compare byte for byte; reading the
 // text again ignores them.
 //
-// The grammar is one file, request/Reader.cpp, its rules in grammar order;
-// the writing is another, request/Printer.cpp. Which words fill the grammar's
+// The rules of the current syntax are one file, request/Reader.cpp, in
+// grammar order; the tokens are cut by detail/TokenSequence.h, the legacy
+// option syntax is translated by request/LegacyTranslator.cpp, and the
+// writing is request/Printer.cpp. When the diagnostics ask, the same reader
+// records every item it builds with its place in the text (request/Record.h),
+// so that no second reading of the text can disagree. Which words fill the grammar's
 // places is data: tables under vocab/, which lytFilterParser::vocabulary()
 // hands out with each word's kind, meaning and the peers that take it.
 // Inside the library a reader reports a fault by its result, so a refused
@@ -56,15 +60,18 @@
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
 #include "lytFilterParser/base/Assert.h"
+#include "lytFilterParser/base/Span.h"
 #include "lytFilterParser/base/TavVersion.h"
 #include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/column/TavColumn.h"
 #include "lytFilterParser/column/TavColumnArray.h"
 #include "lytFilterParser/column/TavColumnFilter.h"
+#include "lytFilterParser/diagnostics/Characters.h"
 #include "lytFilterParser/diagnostics/Conversion.h"
 #include "lytFilterParser/diagnostics/Diagnostic.h"
 #include "lytFilterParser/diagnostics/Fidelity.h"
 #include "lytFilterParser/diagnostics/Lint.h"
+#include "lytFilterParser/diagnostics/RecordedRequest.h"
 #include "lytFilterParser/diagnostics/Refusal.h"
 #include "lytFilterParser/diagnostics/Validation.h"
 #include "lytFilterParser/entity/TavEntity.h"

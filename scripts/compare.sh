@@ -20,8 +20,15 @@
 # scripts/compare/generate.py writes the inputs once; both drivers read the
 # same file and their outputs are compared line by line.
 #
-# Exit status: 0 no difference, 1 differences (the first 20 differing inputs
-# are shown with both outputs), 2 usage, build or tool failure.
+# The library's outputs (texts, messages, verdicts) must not differ at all.
+# The diagnostics (lines labelled "diag.": code, severity and place of each
+# finding) are compared apart: their differences are listed by code with
+# counts (base only, new only), for the note of a change that adds findings
+# or corrects places, and do not fail the comparison.
+#
+# Exit status: 0 no difference in the library's outputs, 1 differences (the
+# first 20 differing inputs are shown with both outputs), 2 usage, build or
+# tool failure.
 # Builds use at most 2 jobs and run under nice. LFP_COMPARE_TIMEOUT (seconds,
 # default 3600) bounds one driver run.
 set -euo pipefail
@@ -254,8 +261,53 @@ stage "drivers run"
 # ---------------------------------------------------------------------------
 # Comparison
 # ---------------------------------------------------------------------------
-if cmp -s "$work/base/out.txt" "$work/new/out.txt"; then
-  outputs=$(wc -l <"$work/new/out.txt")
+# The diagnostics apart from the library's outputs.
+for side in base new; do
+  grep -a -v -P '^[0-9]+\tdiag\.' "$work/$side/out.txt" >"$work/$side/library.txt" || true
+  grep -a -P '^[0-9]+\tdiag\.' "$work/$side/out.txt" >"$work/$side/diagnostics.txt" || true
+done
+python3 - "$work/base/diagnostics.txt" "$work/new/diagnostics.txt" <<'PY' || die "comparing the diagnostics failed"
+import collections
+import re
+import sys
+
+FINDING = re.compile(r" ([a-z][a-z-]+) (warning|note) ([0-9]+)\+([0-9]+)")
+
+
+def entries(path):
+    """input number and label -> the findings of that line as a multiset of (kind, code, place)."""
+    found = {}
+    with open(path, "rb") as f:
+        for raw in f:
+            number, label, value = raw.decode("utf-8", "backslashreplace").rstrip("\n").split("\t", 2)
+            items = collections.Counter(("finding", m.group(1), m.group(3) + "+" + m.group(4)) for m in FINDING.finditer(value))
+            if label in ("diag.refusal",) or label.startswith("diag.validate") or label.startswith("diag.convert"):
+                # the request and the refusal of a conversion, without its findings
+                items[("line", label.split("(")[0], re.sub(r" \[[0-9]+\]( [a-z-]+ (warning|note) [0-9]+\+[0-9]+)*$", "", value))] += 1
+            found[(number, label)] = items
+    return found
+
+
+base, new = entries(sys.argv[1]), entries(sys.argv[2])
+lost, gained = collections.Counter(), collections.Counter()
+changed_lines = 0
+for key in set(base) | set(new):
+    b, n = base.get(key, collections.Counter()), new.get(key, collections.Counter())
+    if b == n:
+        continue
+    changed_lines += 1
+    label = key[1].split("(")[0]
+    for kind, code, _ in (b - n).elements():
+        lost[(label, code)] += 1
+    for kind, code, _ in (n - b).elements():
+        gained[(label, code)] += 1
+print("compare: diagnostics: %d of %d lines differ" % (changed_lines, len(set(base) | set(new))))
+for (label, code) in sorted(set(lost) | set(gained)):
+    print("compare:   %-16s %-24s base only %6d  new only %6d" % (label, code, lost[(label, code)], gained[(label, code)]))
+PY
+
+if cmp -s "$work/base/library.txt" "$work/new/library.txt"; then
+  outputs=$(wc -l <"$work/new/library.txt")
   stage "outputs compared"
   note "total $((SECONDS - started)) s"
   echo "compare: $count inputs, $outputs outputs, 0 differences"
@@ -263,7 +315,7 @@ if cmp -s "$work/base/out.txt" "$work/new/out.txt"; then
 fi
 
 status=0
-python3 - "$inputs" "$work/base/out.txt" "$work/new/out.txt" "$count" <<'PY' || status=$?
+python3 - "$inputs" "$work/base/library.txt" "$work/new/library.txt" "$count" <<'PY' || status=$?
 import difflib
 import sys
 

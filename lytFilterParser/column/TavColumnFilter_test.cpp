@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "lytFilterParser/detail/TestSupport.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 

@@ -20,9 +20,11 @@
 #include <list>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "lytFilterParser/base/Span.h"
 #include "lytFilterParser/detail/Text.h"
 
 namespace lytFilterParser {
@@ -69,6 +71,14 @@ class TokenSequence : public Source {
   iterator begin() const { return iterator(this, Source::first(), 0); }
   iterator end() const { return iterator(this, Source::last(), closeCount); }
 
+  // The bytes of the text under the token at `position`, for a source that
+  // knows them: an inserted bracket has length 0 where the next token
+  // starts, the end has length 0 after the text.
+  Span span(const iterator& position) const {
+    const Span at = Source::span(position.pos);
+    return position.onClose() ? Span{at.start, 0} : at;
+  }
+
   // Puts a "]" before the token at `position` (a real token or the end) and
   // returns an iterator on it, as std::list::insert does.
   iterator insert(const iterator& position, const std::string& /* the bracket */) {
@@ -108,6 +118,7 @@ class TextSource {
   Position next(const Position& p) const { return scan(p.end); }
   Position last() const { return Position{size, size}; }
   std::string_view at(const Position& p) const { return std::string_view(data + p.start, p.end - p.start); }
+  static Span span(const Position& p) { return Span{p.start, p.end - p.start}; }
 
  private:
   Position scan(std::size_t from) const {
@@ -138,6 +149,23 @@ class WordSource {
     composed.push_back(std::move(word));
     words.push_back(composed.back());
   }
+  // The bytes of the text that the word pushed last stands for, when the
+  // caller keeps places (the legacy translator with a trace).
+  void placeLast(Span at) {
+    places.resize(words.size(), kUnplaced);
+    places.back() = at;
+  }
+  // After the last word: a word without a place (a keyword, a word the
+  // caller composed) stands, with length 0, where the next placed word
+  // starts, or at `end`, the end of the text.
+  void finishPlaces(std::size_t end) {
+    places.resize(words.size(), kUnplaced);
+    textEnd = end;
+    for (std::size_t i = places.size(); i-- > 0;) {
+      if (places[i].start == kUnplaced.start) places[i] = Span{end, 0};
+      end = places[i].start;
+    }
+  }
 
  protected:
   typedef std::size_t Position;
@@ -146,14 +174,38 @@ class WordSource {
   Position next(Position p) const { return p + 1; }
   Position last() const { return words.size(); }
   std::string_view at(Position p) const { return words[p]; }
+  Span span(Position p) const { return p < places.size() ? places[p] : Span{textEnd, 0}; }
 
  private:
+  static constexpr Span kUnplaced{static_cast<std::size_t>(-1), 0};
   std::vector<std::string_view> words;
+  std::vector<Span> places;
+  std::size_t textEnd = 0;
   std::list<std::string> composed;  // nodes do not move, so views of them stay valid
 };
 
 typedef TokenSequence<TextSource> TextTokens;
 typedef TokenSequence<WordSource> WordTokens;
+
+// A text read in place by a reader that records what it reads
+// (Reader::record): the same tokens, of a type of their own, so that the
+// readers of every other sequence compile the recording away.
+class RecordedTextTokens : public TextTokens {
+ public:
+  explicit RecordedTextTokens(std::string_view text) : TextTokens(text) {}
+};
+
+template <class Tokens>
+constexpr bool recording = std::is_same<Tokens, RecordedTextTokens>::value;
+
+// The bytes under a token: only a text read in place knows them; other
+// sequences give an empty span.
+inline Span spanAt(const TextTokens& tokens, const TextTokens::iterator& at) { return tokens.span(at); }
+inline Span spanAt(const RecordedTextTokens& tokens, const TextTokens::iterator& at) { return tokens.span(at); }
+template <class Tokens, class It>
+Span spanAt(const Tokens&, const It&) {
+  return Span{};
+}
 
 }  // namespace detail
 }  // namespace lytFilterParser

@@ -10,7 +10,9 @@
 #include <utility>
 #include <vector>
 
+#include "lytFilterParser/base/Span.h"
 #include "lytFilterParser/diagnostics/Diagnostic.h"
+#include "lytFilterParser/vocab/Syntax.h"
 
 namespace lytFilterParser {
 namespace detail {
@@ -29,6 +31,9 @@ enum class Code : unsigned char {
   EntityKeyword,
   EntityEmpty,
   EntityDuplicate,
+  FilterUnsatisfiable,
+  AtomEmpty,
+  EntityComma,
   PeerUnsupported,
   TextUnreadable,
   FilterDropped,
@@ -44,6 +49,9 @@ enum class Code : unsigned char {
   OptionChanged,
   SortChanged,
   WordSkipped,
+  OptionDoubled,
+  ConvertedUnreadable,
+  ConvertedRefused,
 };
 
 struct CodeRow {
@@ -66,6 +74,9 @@ inline constexpr CodeRow kCodes[] = {
     {Code::EntityKeyword, {"entity-keyword", Severity::Warning, "a name that looks like a keyword"}},
     {Code::EntityEmpty, {"entity-empty", Severity::Warning, "a name with nothing before \"<>\" or \",\""}},
     {Code::EntityDuplicate, {"entity-duplicate", Severity::Note, "the same name twice in one filter or column"}},
+    {Code::FilterUnsatisfiable, {"filter-unsatisfiable", Severity::Warning, "a filter that no traffic can match"}},
+    {Code::AtomEmpty, {"atom-empty", Severity::Warning, "a filter with no names"}},
+    {Code::EntityComma, {"entity-comma", Severity::Note, "a name holding a comma, probably meant as two names"}},
     {Code::PeerUnsupported, {"peer-unsupported", Severity::Warning, "the peer has no text for the request"}},
     {Code::TextUnreadable, {"text-unreadable", Severity::Warning, "the peer cannot read the text written for it"}},
     {Code::FilterDropped, {"filter-dropped", Severity::Warning, "a filter that the written or converted request loses"}},
@@ -81,6 +92,9 @@ inline constexpr CodeRow kCodes[] = {
     {Code::OptionChanged, {"option-changed", Severity::Warning, "a column option that reads back otherwise"}},
     {Code::SortChanged, {"sort-changed", Severity::Warning, "the sort, its index or its updates read back otherwise"}},
     {Code::WordSkipped, {"word-skipped", Severity::Warning, "legacy words the conversion skips"}},
+    {Code::OptionDoubled, {"option-doubled", Severity::Warning, "a legacy option given twice where the older peers serve one"}},
+    {Code::ConvertedUnreadable, {"converted-unreadable", Severity::Warning, "a converted text that the reader refuses"}},
+    {Code::ConvertedRefused, {"converted-refused", Severity::Warning, "a converted request that its peer refuses"}},
 };
 
 constexpr bool codesInOrder() {
@@ -92,16 +106,11 @@ constexpr bool codesInOrder() {
 }
 static_assert(codesInOrder(), "a code's row is found by its number");
 
-// A byte range of a text.
-struct Span {
-  std::size_t start = 0;
-  std::size_t length = 0;
-  std::size_t end() const { return start + length; }
-};
-
-// From the start of `first` to the end of `last`.
-inline Span cover(Span first, Span last) {
-  return last.end() > first.start ? Span{first.start, last.end() - first.start} : first;
+// "dir=in": the word of column option `option` (an index of kColumnOptions) for `code`.
+inline std::string columnOptionWord(std::size_t option, int code) {
+  std::string word(kColumnOptions[option].name);
+  word += wordOf<int>(kColumnOptions[option].values, code);
+  return word;
 }
 
 // The diagnostics found so far, handed out in the order of the text.

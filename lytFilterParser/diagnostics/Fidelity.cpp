@@ -9,9 +9,7 @@
 #include "lytFilterParser/detail/SmallStack.h"
 #include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/diagnostics/DiagnosticTable.h"
-#include "lytFilterParser/diagnostics/Outline.h"
 #include "lytFilterParser/diagnostics/Reading.h"
-#include "lytFilterParser/diagnostics/Words.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
@@ -70,11 +68,11 @@ std::string peerName(TavVersion peer) { return "peer " + std::to_string(static_c
 // The comparison of a request with the one its peer text reads back as.
 class Comparison {
  public:
-  Comparison(const Outline& outline, bool located, TavVersion peer, Findings& found)
+  Comparison(const Record& outline, bool located, TavVersion peer, Findings& found)
       : outline(outline), located(located), peer(peer), found(found) {}
 
   void filters(const Filter& mine, const Filter& theirs);
-  void columns(const TavColumnArray& mine, const TavColumnArray& theirs, const std::vector<ColumnOutline>& places,
+  void columns(const TavColumnArray& mine, const TavColumnArray& theirs, const RecordColumns& places,
                std::string_view role);
   void sort(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs);
 
@@ -92,10 +90,11 @@ class Comparison {
   void align(Side mine, const AbstractFilter& theirs, SmallStack<std::pair<Side, const AbstractFilter*>, 8>& pending);
   void atoms(Side mine, const AbstractFilter& theirs);
   void items(const std::vector<Item>& mine, const std::vector<Item>& theirs, const std::vector<Span>& places, Span owner);
-  void column(const TavColumn& mine, const TavColumn& theirs, const ColumnOutline* place);
+  void column(const TavColumn& mine, const TavColumn& theirs, const RecordColumn* place);
   std::vector<Span> nameSpans(std::uint32_t first, std::uint32_t count) const;
+  std::string refusedButAccepted(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs) const;
 
-  const Outline& outline;
+  const Record& outline;
   bool located;
   TavVersion peer;
   Findings& found;
@@ -234,7 +233,7 @@ void Comparison::items(const std::vector<Item>& mine, const std::vector<Item>& t
 // columns of another type. A column whose partner comes earlier than the
 // partner of a column before it has moved.
 void Comparison::columns(const TavColumnArray& mine, const TavColumnArray& theirs,
-                         const std::vector<ColumnOutline>& places, std::string_view role) {
+                         const RecordColumns& places, std::string_view role) {
   const auto placeOf = [&](std::size_t c) { return located && c < places.size() ? &places[c] : nullptr; };
   const auto wholeSpan = [&](std::size_t c) { return placeOf(c) ? placeOf(c)->whole : whole(); };
   const auto typeOf = [](const TavColumn& column) {
@@ -277,13 +276,13 @@ void Comparison::columns(const TavColumnArray& mine, const TavColumnArray& their
   }
 }
 
-void Comparison::column(const TavColumn& mine, const TavColumn& theirs, const ColumnOutline* place) {
+void Comparison::column(const TavColumn& mine, const TavColumn& theirs, const RecordColumn* place) {
   const Span type = place ? place->type : whole();
   Span mode = type;
   Span options[COLUMN_OPTION_COUNT] = {type, type, type, type, type};
   if (place != nullptr) {
     for (std::uint32_t w = place->firstWord; w < place->firstWord + place->wordCount; ++w) {
-      const OutlineWord& word = outline.words[w];
+      const RecordWord& word = outline.words[w];
       if (word.part == Part::Accumulation) mode = word.span;
       if (word.part == Part::ColumnOption) options[word.option] = word.span;
     }
@@ -321,28 +320,47 @@ TavSortType appliedSort(const NetworkKovaRequest& request) {
   return request.getSortType() == TAV_SORT_NONE && request.isDynamic() ? TAV_SORT_TOP : request.getSortType();
 }
 
+// ", which accepts the text although it refuses the request: MESSAGE" when
+// the peer's text turns a refused request into an accepted one.
+std::string Comparison::refusedButAccepted(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs) const {
+  NetworkKovaRequest request(mine), text(theirs);
+  std::string refusal, none;
+  try {
+    if (request.isValid(peer, refusal) || !text.isValid(peer, none)) return std::string();
+  } catch (const std::string&) {  // a type without a keyword in a message: no verdict to tell
+    return std::string();
+  }
+  return ", which accepts the text although it refuses the request: " + refusal;
+}
+
 void Comparison::sort(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs) {
   // Without a sort word, the older peers' sort comes from the first key.
   Span sortPlace = located && !outline.keys.empty() ? outline.keys[0].whole : Span{outline.text.size(), 0};
-  Span updatesPlace{outline.text.size(), 0};
+  Span updatesPlace{outline.text.size(), 0}, indexPlace = sortPlace;
   if (located) {
     for (const SortSetting& setting : outline.sorts) {
-      sortPlace = setting.type;
+      sortPlace = indexPlace = setting.type;
       if (setting.column >= 0) continue;
       updatesPlace = setting.type;
       for (std::uint32_t w = setting.firstWord; w < setting.firstWord + setting.wordCount; ++w) {
         if (outline.words[w].part == Part::Updates) updatesPlace = outline.words[w].span;
+        if (outline.words[w].part == Part::Index) indexPlace = outline.words[w].span;
       }
     }
   }
   const TavSortType own = appliedSort(mine);
   const TavSortType other = appliedSort(theirs);
-  // With one value column, every index sorts by it.
-  const bool indexCounts = own != TAV_SORT_NONE && mine.getValues().size() > 1;
-  if (own != other || (indexCounts && mine.getSortIndex() != theirs.getSortIndex())) {
+  if (own != other) {
     found.add(Code::SortChanged, place(sortPlace),
               describeSort(own, mine.getSortIndex()) + " reads back as " + describeSort(other, theirs.getSortIndex()) +
                   forPeer());
+  } else if (mine.getSortIndex() != theirs.getSortIndex()) {
+    // The text leaves the index out (one value column, or no sort): it reads back as 1.
+    const std::string_view index = kSortOptions[SORT_INDEX].text;
+    found.add(Code::SortChanged, place(indexPlace),
+              quoted(std::string(index) + std::to_string(mine.getSortIndex())) + " reads back as " +
+                  quoted(std::string(index) + std::to_string(theirs.getSortIndex())) + forPeer() +
+                  refusedButAccepted(mine, theirs));
   }
   if (mine.getMaxUpdates() != theirs.getMaxUpdates()) {
     const std::string_view updates = kSortOptions[SORT_UPDATES].text;
@@ -358,13 +376,12 @@ void unsupported(std::string_view text, TavVersion peer, const std::string& writ
                 (written.empty() ? std::string("an empty line") : quoted(written)));
 }
 
-void compareVirtualLink(std::string_view text, const E2EKovaRequest& mine, TavVersion peer, Findings& found) {
+void compareVirtualLink(std::string_view text, const E2EKovaRequest& mine, const Record& outline, bool located,
+                        TavVersion peer, Findings& found) {
   const std::string written = mine.dump(peer);
   Reading back = readText(written, true);
   const auto* theirs = dynamic_cast<const E2EKovaRequest*>(back.request.get());
   if (peer != TAV_VERSION_CURRENT || theirs == nullptr) return unsupported(text, peer, written, found);
-  Outline outline;
-  const bool located = outline.read(text) && outline.virtualLink;
   const Span whole{0, text.size()};
   if (mine.getVLName() != theirs->getVLName()) {
     found.add(Code::ItemChanged, located ? outline.vlName : whole,
@@ -377,7 +394,8 @@ void compareVirtualLink(std::string_view text, const E2EKovaRequest& mine, TavVe
   }
 }
 
-void compareNetwork(std::string_view text, const NetworkKovaRequest& mine, TavVersion peer, Findings& found) {
+void compareNetwork(std::string_view text, const NetworkKovaRequest& mine, const Record& outline, bool located,
+                    TavVersion peer, Findings& found) {
   const std::string written = mine.dump(peer);
   if (peer < TAV_VERSION_LEGACY_1 || peer > TAV_VERSION_CURRENT) return unsupported(text, peer, written, found);
   NetworkKovaRequest theirs(Filter(), TavColumnArray(), TavColumnArray(), TAV_SORT_NONE, 1);
@@ -388,8 +406,6 @@ void compareNetwork(std::string_view text, const NetworkKovaRequest& mine, TavVe
               peerName(peer) + " cannot read the text written for it (" + quoted(written) + "): " + reader.fault);
     return;
   }
-  Outline outline;
-  const bool located = outline.read(text) && outline.matches(mine);
   Comparison comparison(outline, located, peer, found);
   comparison.filters(mine.getFilter(), theirs.getFilter());
   comparison.columns(mine.getKeys(), theirs.getKeys(), outline.keys, "key");
@@ -398,22 +414,38 @@ void compareNetwork(std::string_view text, const NetworkKovaRequest& mine, TavVe
 }
 
 }  // namespace
-}  // namespace detail
 
-std::vector<Diagnostic> fidelity(const std::string& text, const LYTKovaRequest& request, TavVersion peer) {
-  detail::Findings found;
+// The comparison of `request` with what its text for `peer` reads back as;
+// `reading` holds the record of `text` and whether it is the request's.
+std::vector<Diagnostic> compare(const std::string& text, const LYTKovaRequest& request, const Reading& reading,
+                                bool located, TavVersion peer) {
+  Findings found;
   if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
-    detail::compareNetwork(text, *network, peer, found);
+    compareNetwork(text, *network, reading.record, located, peer, found);
   } else if (const auto* link = dynamic_cast<const E2EKovaRequest*>(&request)) {
-    detail::compareVirtualLink(text, *link, peer, found);
+    compareVirtualLink(text, *link, reading.record, located && reading.request && reading.record.virtualLink, peer, found);
   }
   return found.finish();
 }
 
+}  // namespace detail
+
+std::vector<Diagnostic> fidelity(const std::string& text, const LYTKovaRequest& request, TavVersion peer) {
+  detail::Reading reading;
+  bool located = false;
+  if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
+    located = detail::recordFor(text, *network, reading);
+  } else {
+    reading = detail::readText(text, true, true);
+    located = true;
+  }
+  return detail::compare(text, request, reading, located, peer);
+}
+
 std::vector<Diagnostic> fidelity(const std::string& text, TavVersion peer) {
-  const detail::Reading reading = detail::readText(text, true);
+  const detail::Reading reading = detail::readText(text, true, true);
   if (!reading.request) return {};
-  return fidelity(text, *reading.request, peer);
+  return detail::compare(text, *reading.request, reading, true, peer);
 }
 
 }  // namespace lytFilterParser

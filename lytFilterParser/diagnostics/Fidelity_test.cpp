@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "bench/corpus.h"
-#include "lytFilterParser/diagnostics/TestSupport.h"
+#include "tests/support/corpus.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 
@@ -35,7 +35,15 @@ const Row kRows[] = {
     {"-k svc -v wb", 1, {}},
     // what the current syntax itself cannot carry
     {"-k src -v wb -s none updates=20", 3, {"sort-changed:updates=20"}},
-    {"-k src h1 -v wb -s top index=3", 3, {}},  // one value column: every index sorts by it
+    // The text leaves out an index with one value column, or without a sort.
+    {"-k src h1 -v wb -s top index=3", 3, {"sort-changed:index=3"}},
+    {"-k src -v wb -s top index=2", 3, {"sort-changed:index=2"}},
+    // Validating a telNumber value throws: the index is reported without a verdict.
+    {"-s none updates=1 index=2 -v telNumber -k tunnel", 1,
+     {"sort-changed:updates=1", "sort-changed:index=2", "column-changed:telNumber", "column-dropped:-k tunnel"}},
+    {"-k src -v wb -v pkt -s none index=2 updates=20", 3, {"sort-changed:index=2", "sort-changed:updates=20"}},
+    {"-k src -v wb -v pkt -s bottom index=2 updates=20", 3, {}},
+    {"-f ip not 10.0.0.5 10.0.0.6 -k svc -v wb -s top", 3, {}},
     {"-k src -v wb -v pkt -s bottom index=2", 1, {"column-dropped:-v pkt", "sort-changed:bottom"}},
     {"-f src <> a -k svc -v wb", 3, {"item-dropped:<>"}},
     {"-f and [ -f or [ ] -f src a -f dst b ] -k svc -v wb", 3, {"filter-dropped:-f or [ ]"}},

@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "lytFilterParser/detail/Text.h"
+#include "lytFilterParser/diagnostics/Characters.h"
 #include "lytFilterParser/diagnostics/DiagnosticTable.h"
-#include "lytFilterParser/diagnostics/Outline.h"
-#include "lytFilterParser/diagnostics/Words.h"
+#include "lytFilterParser/diagnostics/Reading.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/Vocabulary.h"
 
@@ -30,6 +30,7 @@ std::string_view characterName(unsigned codePoint) {
     case 0x0D: return "carriage return";
     case 0xA0: return "no-break space";
     case 0xAD: return "soft hyphen";
+    case 0x1680: return "ogham space mark";
     case 0x200B: return "zero-width space";
     case 0x200C: return "zero-width non-joiner";
     case 0x200D: return "zero-width joiner";
@@ -80,13 +81,13 @@ void lintInvisible(std::string_view text, Findings& found) {
       ++i;
       continue;
     }
-    const Invisible first = invisibleAt(text, i);
+    const InvisibleCharacter first = invisibleAt(text, i);
     if (first.length == 0) {
       ++i;
       continue;
     }
     std::size_t end = i + first.length;
-    for (Invisible next = invisibleAt(text, end); next.length > 0; next = invisibleAt(text, end)) end += next.length;
+    for (InvisibleCharacter next = invisibleAt(text, end); next.length > 0; next = invisibleAt(text, end)) end += next.length;
     found.add(Code::InvisibleCharacter, Span{i, end - i},
               codePointText(first.codePoint) + " (" + std::string(characterName(first.codePoint)) + ") inside " +
                   quoted(wordAround(text, i)) + ": it is part of the word; only a blank separates words");
@@ -165,7 +166,7 @@ std::string_view nameKey(std::string_view word, Place place) {
   return place == Place::Interfaces ? word : word.substr(0, word.find(kEntitySeparator));
 }
 
-void lintDuplicates(const Outline& outline, std::uint32_t first, std::uint32_t count, Place place, Findings& found) {
+void lintDuplicates(const Record& outline, std::uint32_t first, std::uint32_t count, Place place, Findings& found) {
   const auto report = [&](std::uint32_t earlier, std::uint32_t later, std::string_view name) {
     found.add(Code::EntityDuplicate, outline.words[later].span,
               quoted(name) + " is named twice here (first at " + atByte(outline.words[earlier].span.start) + ")");
@@ -204,7 +205,11 @@ void lintName(std::string_view word, Span at, Place place, Findings& found) {
   if (separator == 0 && (place != Place::Interfaces || word.size() > 1)) {
     found.add(Code::EntityEmpty, at, quoted(word) + " has an empty name");
   }
-  if (place == Place::Interfaces) lintDirection(word, at, found);
+  if (place == Place::Interfaces) {
+    lintDirection(word, at, found);
+  } else if (word.find(kDirectionSeparator) != std::string_view::npos) {
+    found.add(Code::EntityComma, at, quoted(word) + " is one name; names are separated by blanks");
+  }
   if (const lytFilterParser::Word* keyword = keywordOf(word)) {
     found.add(Code::EntityKeyword, at,
               quoted(word) + " is read as a name here; it is also the " + std::string(wordKindName(keyword->kind)) +
@@ -216,7 +221,7 @@ void lintName(std::string_view word, Span at, Place place, Findings& found) {
   }
 }
 
-void lintNames(const Outline& outline, std::uint32_t first, std::uint32_t count, Place place, Findings& found) {
+void lintNames(const Record& outline, std::uint32_t first, std::uint32_t count, Place place, Findings& found) {
   bool comment = false;
   for (std::uint32_t w = first; w < first + count; ++w) {
     if (outline.words[w].part != Part::Name) continue;
@@ -238,7 +243,7 @@ void lintNames(const Outline& outline, std::uint32_t first, std::uint32_t count,
 // filter
 // ---------------------------------------------------------------------------
 
-FilterOperator operatorOf(const Outline& outline, const FilterOption& option) {
+FilterOperator operatorOf(const Record& outline, const FilterOption& option) {
   if (option.op.length == 0) return FILTER_AND;
   const FilterOperator* op = codeOf<FilterOperator>(kFilterOperators, outline.textOf(option.op));
   return op != nullptr ? *op : FILTER_AND;
@@ -246,8 +251,8 @@ FilterOperator operatorOf(const Outline& outline, const FilterOption& option) {
 
 std::string_view operatorName(FilterOperator op) { return wordOf<FilterOperator>(kFilterOperators, op); }
 
-void lintFilterOptions(const Outline& outline, Findings& found) {
-  const std::vector<FilterOption>& options = outline.filterOptions;
+void lintFilterOptions(const Record& outline, Findings& found) {
+  const auto& options = outline.filterOptions;
   if (options.empty()) return;
   const FilterOption& lastOption = options.back();
   const FilterOperator effective = operatorOf(outline, lastOption);
@@ -273,7 +278,47 @@ void lintFilterOptions(const Outline& outline, Findings& found) {
   }
 }
 
-void lintFilter(const Outline& outline, Findings& found) {
+// An "and" of atoms that one atom requires a name of a type and another
+// excludes for the same type cannot match: every name an atom allows is
+// excluded. Different names prove nothing (a name may be a subnet or a
+// module holding the other).
+void lintConjunction(const Record& outline, std::uint32_t n, Findings& found) {
+  const FilterNode& node = outline.nodes[n];
+  const std::string_view op = n == 0 && node.head.length == 0 ? std::string_view() : outline.textOf(node.head);
+  const FilterOperator* code = codeOf<FilterOperator>(kFilterOperators, op);
+  if (node.childCount < 2 || (code != nullptr && *code != FILTER_AND)) return;
+  // The names each atom type excludes: the type word and the name.
+  std::unordered_map<std::string_view, std::unordered_map<std::string_view, Span>> excluded;
+  for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
+    const FilterNode& atom = outline.nodes[child];
+    if (atom.compound || atom.negation.length == 0) continue;
+    auto& names = excluded[outline.textOf(atom.head)];
+    for (std::uint32_t w = atom.firstWord; w < atom.firstWord + atom.wordCount; ++w) {
+      names.emplace(outline.textOf(outline.words[w].span), outline.words[w].span);
+    }
+  }
+  if (excluded.empty()) return;
+  for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
+    const FilterNode& atom = outline.nodes[child];
+    if (atom.compound || atom.negation.length > 0 || atom.wordCount == 0) continue;
+    const auto type = excluded.find(outline.textOf(atom.head));
+    if (type == excluded.end()) continue;
+    Span last{};
+    bool all = true;
+    for (std::uint32_t w = atom.firstWord; all && w < atom.firstWord + atom.wordCount; ++w) {
+      const auto name = type->second.find(outline.textOf(outline.words[w].span));
+      all = name != type->second.end();
+      if (all) last = name->second;
+    }
+    if (!all) continue;
+    found.add(Code::FilterUnsatisfiable, atom.whole,
+              quoted(outline.textOf(atom.whole)) + " requires what a filter joined to it by " +
+                  quoted(wordOf<FilterOperator>(kFilterOperators, FILTER_AND)) + " excludes (at " + atByte(last.start) +
+                  "): no traffic matches");
+  }
+}
+
+void lintFilter(const Record& outline, Findings& found) {
   lintFilterOptions(outline, found);
   if (outline.nodes[0].childCount == 0) {
     for (const FilterOption& option : outline.filterOptions) {
@@ -283,11 +328,17 @@ void lintFilter(const Outline& outline, Findings& found) {
       }
     }
   }
-  for (std::size_t n = 1; n < outline.nodes.size(); ++n) {
+  for (std::uint32_t n = 0; n < outline.nodes.size(); ++n) {
     const FilterNode& node = outline.nodes[n];
-    if (node.compound && node.childCount == 0) {
+    if (node.compound && node.childCount == 0 && n > 0) {
       found.add(Code::OperatorIgnored, node.whole, quoted(outline.textOf(node.head)) + " has no filter in it and is ignored");
-    } else if (!node.compound) {
+    } else if (node.compound) {
+      lintConjunction(outline, n, found);
+    } else if (node.wordCount == 0) {
+      found.add(Code::AtomEmpty, node.whole,
+                quoted(outline.textOf(node.whole)) + " has no names: it names no traffic" +
+                    (node.negation.length > 0 ? ", and excludes none" : ""));
+    } else {
       lintNames(outline, node.firstWord, node.wordCount, node.interface ? Place::Interfaces : Place::Atom, found);
     }
   }
@@ -297,9 +348,11 @@ void lintFilter(const Outline& outline, Findings& found) {
 // columns
 // ---------------------------------------------------------------------------
 
-void lintColumnOption(std::string_view word, Span at, const OutlineWord*& earlier, Findings& found,
-                      const Outline& outline, std::size_t option) {
-  const Word<int>* value = columnOptionValue(word, option);
+void lintColumnOption(std::string_view word, const RecordWord& current, const RecordWord*& earlier, Findings& found,
+                      const Record& outline) {
+  const Span at = current.span;
+  const std::size_t option = current.option;
+  const Word<int>* value = &kColumnOptions[option].values[current.value];
   const std::string_view name = kColumnOptions[option].name;
   const bool exact = value != nullptr && word.size() == name.size() + value->text.size() &&
                      word.compare(0, name.size(), name) == 0 && word.compare(name.size(), value->text.size(), value->text) == 0;
@@ -312,11 +365,11 @@ void lintColumnOption(std::string_view word, Span at, const OutlineWord*& earlie
   }
 }
 
-void lintColumn(const Outline& outline, const ColumnOutline& column, bool key, Findings& found) {
-  const OutlineWord* accumulation = nullptr;
-  const OutlineWord* options[COLUMN_OPTION_COUNT] = {};
+void lintColumn(const Record& outline, const RecordColumn& column, bool key, Findings& found) {
+  const RecordWord* accumulation = nullptr;
+  const RecordWord* options[COLUMN_OPTION_COUNT] = {};
   for (std::uint32_t w = column.firstWord; w < column.firstWord + column.wordCount; ++w) {
-    const OutlineWord& current = outline.words[w];
+    const RecordWord& current = outline.words[w];
     const std::string_view word = outline.textOf(current.span);
     if (current.part == Part::Accumulation) {
       if (accumulation != nullptr) {
@@ -335,7 +388,7 @@ void lintColumn(const Outline& outline, const ColumnOutline& column, bool key, F
       }
     } else if (current.part == Part::ColumnOption) {
       const std::size_t option = current.option;
-      lintColumnOption(word, current.span, options[option], found, outline, option);
+      lintColumnOption(word, current, options[option], found, outline);
       options[option] = &current;
     }
   }
@@ -378,7 +431,7 @@ void lintNumber(std::string_view word, Span at, Part part, Findings& found) {
   if (defaulted) found.add(Code::ValueDefaulted, at, quoted(word) + " asks for " + read());
 }
 
-void lintSorts(const Outline& outline, Findings& found) {
+void lintSorts(const Record& outline, Findings& found) {
   for (std::size_t s = 0; s < outline.sorts.size(); ++s) {
     const SortSetting& setting = outline.sorts[s];
     if (s + 1 < outline.sorts.size()) {
@@ -389,10 +442,10 @@ void lintSorts(const Outline& outline, Findings& found) {
                                                   std::to_string(NetworkKovaRequest::defaultMaxUpdates) + " updates"
                                             : std::string()));
     }
-    const OutlineWord* earlier[2] = {};
+    const RecordWord* earlier[2] = {};
     for (std::uint32_t w = setting.firstWord; w < setting.firstWord + setting.wordCount; ++w) {
-      const OutlineWord& current = outline.words[w];
-      const OutlineWord*& previous = earlier[current.part == Part::Index ? 0 : 1];
+      const RecordWord& current = outline.words[w];
+      const RecordWord*& previous = earlier[current.part == Part::Index ? 0 : 1];
       if (previous != nullptr) {
         found.add(Code::OptionRepeated, previous->span,
                   quoted(outline.textOf(previous->span)) + " is overridden by the later " +
@@ -408,7 +461,7 @@ void lintSorts(const Outline& outline, Findings& found) {
 // "vl" request
 // ---------------------------------------------------------------------------
 
-void lintVirtualLink(const Outline& outline, Findings& found) {
+void lintVirtualLink(const Record& outline, Findings& found) {
   for (std::size_t d = 0; d < outline.dataTypes.size(); ++d) {
     const DataTypeOption& option = outline.dataTypes[d];
     const std::string_view word = outline.textOf(option.option);
@@ -432,22 +485,25 @@ void lintVirtualLink(const Outline& outline, Findings& found) {
 }  // namespace
 }  // namespace detail
 
-std::vector<Diagnostic> lint(const std::string& text) {
-  using namespace detail;
+std::vector<Diagnostic> lint(const std::string& text) { return detail::lintReading(detail::readText(text, true, true)); }
+
+namespace detail {
+
+std::vector<Diagnostic> lintReading(const Reading& reading) {
   Findings found;
-  lintInvisible(text, found);
-  // The outline's walk refuses what the reader refuses: no need to read the request itself.
-  Outline outline;
-  if (!outline.read(text)) return found.finish();
+  lintInvisible(reading.record.text, found);
+  if (!reading.request) return found.finish();
+  const Record& outline = reading.record;
   if (outline.virtualLink) {
     lintVirtualLink(outline, found);
     return found.finish();
   }
   lintFilter(outline, found);
-  for (const ColumnOutline& key : outline.keys) lintColumn(outline, key, true, found);
-  for (const ColumnOutline& value : outline.values) lintColumn(outline, value, false, found);
+  for (const RecordColumn& key : outline.keys) lintColumn(outline, key, true, found);
+  for (const RecordColumn& value : outline.values) lintColumn(outline, value, false, found);
   lintSorts(outline, found);
   return found.finish();
 }
 
+}  // namespace detail
 }  // namespace lytFilterParser

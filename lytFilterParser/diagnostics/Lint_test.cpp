@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "bench/corpus.h"
-#include "lytFilterParser/diagnostics/TestSupport.h"
+#include "tests/support/corpus.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 
@@ -65,8 +65,23 @@ const Row kRows[] = {
     {"vl link -t wxyz", {"word-misread:wxyz"}},
     {"vl link x-ty wire", {"word-misread:x-ty"}},
     {"vl link -t wire -t app", {"option-repeated:wire"}},
+    {"-k src a\xe1\x9a\x80" "b -v wb", {"invisible-character:\xe1\x9a\x80"}},  // U+1680
+    {"-k src a\xf3\xa0\x80\x81 -v wb", {"invisible-character:\xf3\xa0\x80\x81"}},   // a tag character
+    {"-k src a\xc2\x85 -v wb", {"invisible-character:\xc2\x85"}},                    // a C1 control
+    {"-f src 10.0.0.1 -f src not 10.0.0.1 -k svc -v wb", {"filter-unsatisfiable:-f src 10.0.0.1"}},
+    {"-f and [ -f dst not b c -f svc x -f dst c b ] -k svc -v wb", {"filter-unsatisfiable:-f dst c b"}},
+    {"-f src a -f or [ -f src not a ] -k svc -v wb", {}},             // not under one "and"
+    {"-f or [ -f src a -f src not a ] -k svc -v wb", {}},             // joined by "or"
+    {"-f src a b -f src not a -k svc -v wb", {}},                     // b may match
+    {"-f src a -f dst not a -k svc -v wb", {}},                       // another type
+    {"-f src a -f src b -k svc -v wb", {}},                           // names may be subnets
+    {"-f src -k svc -v wb", {"atom-empty:-f src"}},
+    {"-f and [ -f interface not ] -k svc -v wb", {"atom-empty:-f interface not"}},
+    {"-f src a,b -k svc c,d -v wb", {"entity-comma:a,b", "entity-comma:c,d"}},
     // ordinary requests
     {"-f src 10.0.0.1 -k svc -v wb acc=rate -s top", {}},
+    {"-k src -v wb -v pkt -s bottom index=2 updates=20", {}},
+    {"-f ip not 10.0.0.5 10.0.0.6 -k svc -v wb -s top", {}},
     {"-f interface not eth0,in eth1,OUT eth2 -k svc -v wb", {}},
     {"-f AND -f src NOT 10.0.0.1 -k svc -v wb", {}},
     {"-f or -f src a -f and [ -f dst b -f dst c ] -k svc -v wb", {}},

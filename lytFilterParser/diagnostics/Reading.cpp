@@ -1,40 +1,54 @@
 #include "lytFilterParser/diagnostics/Reading.h"
 
-#include <utility>
-
-#include "lytFilterParser/detail/TokenSequence.h"
-#include "lytFilterParser/request/E2EKovaRequest.h"
-#include "lytFilterParser/request/NetworkKovaRequest.h"
-#include "lytFilterParser/request/Reader.h"
-#include "lytFilterParser/vocab/Syntax.h"
+#include "lytFilterParser/filter/ContentFilterBase.h"
+#include "lytFilterParser/filter/FilterVisit.h"
+#include "lytFilterParser/filter/InterfaceAtomFilter.h"
 
 namespace lytFilterParser {
 namespace detail {
+namespace {
 
-Reading readText(std::string_view text, bool virtualLinks) {
-  Reading reading;
-  TextTokens tokens(text);
-  TextTokens::iterator cur = tokens.begin();
-  if (cur == tokens.end()) return reading;
-  Reader reader;
-  bool read = false;
-  if (virtualLinks && *cur == kVirtualLinkWord) {
-    ++cur;
-    std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
-    read = reader.virtualLink(*request, tokens, cur);
-    reading.request = std::move(request);
-  } else {
-    std::unique_ptr<NetworkKovaRequest> request(
-        new NetworkKovaRequest(Filter(), TavColumnArray(), TavColumnArray(), TAV_SORT_NONE, 1));
-    read = reader.request(*request, tokens, cur);
-    reading.request = std::move(request);
+std::size_t nameCount(const Record& record, std::uint32_t first, std::uint32_t count) {
+  std::size_t names = 0;
+  for (std::uint32_t w = first; w < first + count; ++w) names += record.words[w].part == Part::Name;
+  return names;
+}
+
+bool columnsMatch(const Record& record, const RecordColumns& columns, const TavColumnArray& made) {
+  if (columns.size() != made.size()) return false;
+  for (std::size_t c = 0; c < columns.size(); ++c) {
+    if (nameCount(record, columns[c].firstWord, columns[c].wordCount) != made[c].getEntities().size()) return false;
   }
-  if (!read) {
-    reading.request.reset();
-    reading.fault = std::move(reader.fault);
-    reading.at = tokenSpan(text, tokens, cur);
+  return true;
+}
+
+}  // namespace
+
+bool recordFor(std::string_view text, const NetworkKovaRequest& request, Reading& reading) {
+  reading = readText(text, true, true);
+  const Record& record = reading.record;
+  if (!reading.request || record.virtualLink || record.nodes.empty() || !columnsMatch(record, record.keys, request.getKeys()) ||
+      !columnsMatch(record, record.values, request.getValues())) {
+    return false;
   }
-  return reading;
+  const Filter& root = request.getFilter();
+  if (record.nodes[0].childCount != root.getChildren().size()) return false;
+  std::size_t next = 1;
+  const auto compound = [&](const Filter& filter) {
+    if (next >= record.nodes.size() || !record.nodes[next].compound) return false;
+    return record.nodes[next++].childCount == filter.getChildren().size();
+  };
+  const auto atom = [&](const AbstractFilter& filter) {
+    if (next >= record.nodes.size() || record.nodes[next].compound) return false;
+    const FilterNode& node = record.nodes[next++];
+    if (const auto* content = dynamic_cast<const ContentFilterBase*>(&filter)) {
+      return !node.interface && node.wordCount == content->getEntitiesCount();
+    }
+    const auto* interfaces = dynamic_cast<const InterfaceAtomFilter*>(&filter);
+    return interfaces != nullptr && node.interface && node.wordCount == interfaces->getInterfaces().size();
+  };
+  const auto leave = [](const Filter&) { return true; };
+  return walkFilter(root, compound, leave, atom) && next == record.nodes.size();
 }
 
 }  // namespace detail

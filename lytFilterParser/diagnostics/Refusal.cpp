@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "lytFilterParser/diagnostics/Reading.h"
-#include "lytFilterParser/diagnostics/Words.h"
+#include "lytFilterParser/diagnostics/Characters.h"
 #include "lytFilterParser/vocab/Syntax.h"
 
 namespace lytFilterParser {
@@ -41,24 +41,6 @@ char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + '
 
 bool sameIgnoringCase(std::string_view a, std::string_view b) {
   return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
-}
-
-// The edit distance of `a` and `b`, or 3 when it is more than 2.
-std::size_t distanceUpTo2(std::string_view a, std::string_view b) {
-  if (a.size() > b.size() + 2 || b.size() > a.size() + 2) return 3;
-  std::vector<std::size_t> previous(b.size() + 1), current(b.size() + 1);
-  for (std::size_t j = 0; j <= b.size(); ++j) previous[j] = j;
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    current[0] = i;
-    std::size_t best = current[0];
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      current[j] = std::min({previous[j] + 1, current[j - 1] + 1, previous[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1)});
-      best = std::min(best, current[j]);
-    }
-    if (best > 2) return 3;
-    std::swap(previous, current);
-  }
-  return std::min<std::size_t>(previous[b.size()], 3);
 }
 
 std::string withoutInvisible(std::string_view word) {
@@ -104,7 +86,7 @@ std::vector<std::string> suggestWords(std::string_view word, const std::vector<W
   for (const Word& entry : vocabulary()) {
     if (!entry.readable || (!kinds.empty() && std::find(kinds.begin(), kinds.end(), entry.kind) == kinds.end())) continue;
     if (entry.text == word) return {};  // the word is one of them: nothing to suggest
-    const std::size_t rank = detail::sameIgnoringCase(visible, entry.text) ? 0 : detail::distanceUpTo2(visible, entry.text);
+    const std::size_t rank = detail::sameIgnoringCase(visible, entry.text) ? 0 : editDistance(visible, entry.text, 2);
     const bool close = rank == 0 || (rank <= 2 && rank < std::min(visible.size(), entry.text.size()));
     const bool known = std::any_of(found.begin(), found.end(), [&](const Candidate& c) { return c.text == entry.text; });
     if (close && !known) found.push_back(Candidate{rank, entry.text});

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "bench/corpus.h"
-#include "lytFilterParser/diagnostics/TestSupport.h"
+#include "tests/support/corpus.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "lytFilterParser/diagnostics/TestSupport.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 
@@ -39,6 +39,10 @@ TEST(Validation, TheRefusalStandsOnTheItemThatMadeItFail) {
       {"-k src -v ab", 1, "Invalid type for value: ab:ab"},
       {"-k src -v wb acc=new", 3, "Invalid accumulation mode:acc=new"},
       {"-k src -v conn url_mod=host dir=in", 3, "Can't use Per Connection with column filter:dir=in"},
+      // The option that counts is the later one; the URL mode restricts nothing.
+      {"-k src -v conn dir=in enc=yes dir=out", 3, "Can't use Per Connection with column filter:dir=out"},
+      {"-k src -v conn enc=both comp=yes", 3, "Can't use Per Connection with column filter:comp=yes"},
+      {"-f src a -f or [ -f dst b -f wb 1 ] -k svc -v pkt", 3, "Invalid Filter Type: wb:wb"},
       {"-k src -v wb h1 h2", 3, "Invalid options for value:h1"},
       {"-k svc -v wb -v pkt -s top index=1 index=3", 3, "Invalid Sort index:index=3"},
       {"-k pktRange -v wb", 3, "Packet size distribution key must followed by ranges entities:pktRange"},

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "lytFilterParser/detail/TestSupport.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "lytFilterParser/detail/TestSupport.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "lytFilterParser/detail/TestSupport.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 

@@ -44,7 +44,7 @@ template <class Tokens>
 class Translation {
  public:
   Translation(Tokens& tokens, WordTokens& out, std::string& fault, LegacyTrace* trace)
-      : cur(tokens.begin()), end(tokens.end()), out(out), fault(fault), trace(trace) {}
+      : tokens(tokens), cur(tokens.begin()), end(tokens.end()), out(out), fault(fault), trace(trace) {}
 
   bool run() {
     while (cur != end && !stopped) {
@@ -72,11 +72,15 @@ class Translation {
  private:
   // "-y LETTER": the value column, by the letter's first character.
   bool value() {
-    ++cur;
+    const Span option = optionTaken();
     emit(optionWord(OPTION_VALUE));
     if (cur == end) return refuse("Invalid value type");
     const LegacyValue* row = legacyValueRead(firstChar(*cur));
     if (row == nullptr) return refuse("Invalid value type");
+    if (trace != nullptr) {
+      if ((*cur).size() > 1) note(LegacyEvent::FirstLetter, here(), Part::Name, LEGACY_VALUE);
+      if (valueGiven) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_VALUE);
+    }
     emit(kValueTypes[row->type].keyword);
     if (row->acc >= 0) emit(accumulationWord(static_cast<TavAccType>(row->acc)));
     valueGiven = true;
@@ -87,11 +91,12 @@ class Translation {
   // "-g WORD": the key column, and sort top for the "top" words. After a
   // plain word the rest of the line is taken as it stands.
   bool group() {
-    ++cur;
+    const Span option = optionTaken();
     emit(optionWord(OPTION_KEY));
     if (cur == end) return refuse("Invalid key type");
     const LegacyGroup* row = legacyGroup(*cur);
     if (row == nullptr) return refuse("Invalid key type");
+    if (trace != nullptr && groups++ > 0) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_GROUP);
     ++cur;
     emit(kValueTypes[row->keyType].keyword);
     if (row->top) {
@@ -99,30 +104,101 @@ class Translation {
       emit(sortTypeWord(TAV_SORT_TOP));
       return true;
     }
-    std::string_view previous = row->word;
-    while (cur != end) {
-      if (trace != nullptr && previous.front() != '-' && startsLegacyFilter()) trace->passed.push_back(*cur);
-      previous = *cur;
-      take();
+    if (trace != nullptr) {
+      passThrough(row->word);
+    } else {
+      while (cur != end) take();
     }
     stopped = true;
     return true;
   }
 
+  // The rest of the line after a plain group, taken as it stands, noting the
+  // legacy filters in it (which the current syntax reads as names, up to the
+  // "]" that closes the filter's "[") and the words that the key column's
+  // reader takes as column words (before its first name, and after a "]").
+  void passThrough(std::string_view previous) {
+    struct Open {
+      std::size_t event;
+      std::size_t at;     // the token of its "[", counted from the group
+      std::size_t depth;  // the depth inside that "["
+    };
+    std::vector<Open> waiting, open;  // filters before their "[", filters inside it
+    std::size_t n = 0, depth = 0, firstWaiting = 0;
+    bool columnWords = true, inColumn = true;
+    Span last;
+    for (; cur != end; ++n) {
+      const std::string_view token = *cur;
+      const Span at = here();
+      if (previous.front() != '-' && startsLegacyFilter()) {
+        note(LegacyEvent::PassedFilter, at);
+        waiting.push_back(Open{trace->events.size() - 1, n + 2, 0});
+      }
+      if (isChar(token, kOpenBracket)) ++depth;
+      if (firstWaiting < waiting.size() && waiting[firstWaiting].at == n) {
+        open.push_back(Open{waiting[firstWaiting].event, n, depth});
+        ++firstWaiting;
+      }
+      if (isChar(token, kCloseBracket) && depth > 0) {
+        --depth;
+        for (; !open.empty() && depth < open.back().depth; open.pop_back()) {
+          trace->events[open.back().event].span = cover(trace->events[open.back().event].span, at);
+        }
+      }
+      passedColumnWord(token, at, columnWords, inColumn);
+      previous = token;
+      last = at;
+      take();
+    }
+    for (const Open& filter : open) trace->events[filter.event].span = cover(trace->events[filter.event].span, last);
+  }
+
+  // The key column's reader takes a word holding "acc", "sort" or "=" as a
+  // column word where no name run is under way.
+  void passedColumnWord(std::string_view token, Span at, bool& columnWords, bool& inColumn) {
+    if (!inColumn) return;
+    if (firstChar(token) == '-') {
+      inColumn = false;
+    } else if (isChar(token, kCloseBracket)) {
+      columnWords = true;
+    } else if (columnWords) {
+      const Part part = token.find(kAccumulationName) != std::string_view::npos ? Part::Accumulation
+                        : token.find(kSortColumnName) != std::string_view::npos ? Part::SortWord
+                        : token.find('=') != std::string_view::npos         ? Part::ColumnOption
+                                                                              : Part::Name;
+      if (part == Part::Name) {
+        columnWords = false;
+      } else {
+        note(LegacyEvent::PassedWord, at, part);
+      }
+    }
+  }
+
   // "-a LETTER": a connection-id key for its letter. Anything else after
   // "-a" is looked at as a filter word only; "-a" at the end ends the line.
   bool aggregate() {
-    ++cur;
+    const Span option = optionTaken();
     if (cur == end) {
       stopped = true;
       return true;
     }
     for (const Word<int>& letter : legacyAggregates()) {
       if (letter.code >= 0 && firstChar(*cur) == letter.text[0]) {
+        if (trace != nullptr) {
+          if ((*cur).size() > 1) note(LegacyEvent::FirstLetter, here(), Part::Name, LEGACY_AGGREGATE);
+          if (aggregates > 0) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_AGGREGATE);
+        }
+        ++aggregates;
         ++cur;
         emit(optionWord(OPTION_KEY));
         emit(kValueTypes[letter.code].keyword);
         return true;
+      }
+    }
+    // The letters the legacy writer writes for no connection id are passed over quietly.
+    if (trace != nullptr) {
+      for (const Word<int>& letter : legacyAggregates()) {
+        if (letter.code < 0 && *cur == letter.text) return passOver();
       }
     }
     return filterOrSkip();
@@ -143,13 +219,64 @@ class Translation {
     if (*cur == kValueTypes[TAV_INTERFACE].keyword) return interfaceFilter();
     const std::string_view word = *cur;
     if (isContentFilterWord(word)) return contentFilter();
-    if (trace != nullptr) trace->skipped.push_back(word);
+    if (trace != nullptr) skipped(word);
+    ++cur;
+    return true;
+  }
+
+  // What a skipped word is. The legacy writer's own words ("-filter", the
+  // brackets, the filter list's operator) are passed over; a "[" followed by
+  // a word that names no legacy filter starts a filter that is dropped, up
+  // to its "]"; other words are skipped, a run of them as one.
+  void skipped(std::string_view word) {
+    const Span at = here();
+    const Skip before = skip;
+    skip = Skip::None;
+    if (before == Skip::Group) {
+      LegacyEvent& group = trace->events.back();
+      group.span = cover(group.span, at);
+      depth += isChar(word, kOpenBracket) ? 1 : 0;
+      if (isChar(word, kCloseBracket) && --depth == 0) return;
+      skip = Skip::Group;
+      return;
+    }
+    const FilterOperator* op = codeOf<FilterOperator>(kFilterOperators, word);
+    if (op != nullptr && before == Skip::ListBracket) {
+      if (*op != FILTER_AND) note(LegacyEvent::OperatorSkipped, at);
+      return;
+    }
+    if (word == legacyOptionWord(LEGACY_FILTER)) {
+      skip = Skip::ListOption;
+      return;
+    }
+    if (isChar(word, kOpenBracket)) {
+      skip = before == Skip::ListOption ? Skip::ListBracket : Skip::Bracket;
+      openedAt = at;
+      return;
+    }
+    if (isChar(word, kCloseBracket)) return;
+    if (before == Skip::Bracket || before == Skip::ListBracket) {
+      note(LegacyEvent::FilterDropped, cover(openedAt, at));
+      depth = 1;
+      skip = Skip::Group;
+    } else if (before == Skip::Run) {
+      trace->events.back().span = cover(trace->events.back().span, at);
+      skip = Skip::Run;
+    } else {
+      note(LegacyEvent::WordSkipped, at);
+      skip = Skip::Run;
+    }
+  }
+
+  bool passOver() {
+    skip = Skip::None;
     ++cur;
     return true;
   }
 
   // "TYPE FLAG [ NAME... ]": "-f TYPE [not] NAME...".
   bool contentFilter() {
+    skip = Skip::None;
     emit(optionWord(OPTION_FILTER));
     take();
     if (!negation("Invalid filter")) return false;
@@ -164,6 +291,7 @@ class Translation {
   // "interface FLAG [ [ NAME DIRECTION ]": "-f interface [not] NAME,DIRECTION".
   bool interfaceFilter() {
     constexpr const char* kFault = "Invalid interface filter";
+    skip = Skip::None;
     ++cur;
     emit(optionWord(OPTION_FILTER));
     emit(kValueTypes[TAV_INTERFACE].keyword);
@@ -188,7 +316,7 @@ class Translation {
   bool negation(const char* faultText) {
     if (cur == end) return refuse(faultText);
     const bool negated = *cur == legacyNegationFlag(true);
-    if (trace != nullptr && !negated && *cur != legacyNegationFlag(false)) trace->flags.push_back(*cur);
+    if (trace != nullptr && !negated && *cur != legacyNegationFlag(false)) note(LegacyEvent::FlagMisread, here());
     ++cur;
     if (negated) emit(kNegationWords[0].text);
     return true;
@@ -196,7 +324,7 @@ class Translation {
 
   // The word where a filter's "[" stands, whatever it is.
   void skipBracket() {
-    if (trace != nullptr && !isChar(*cur, kOpenBracket)) trace->brackets.push_back(*cur);
+    if (trace != nullptr && !isChar(*cur, kOpenBracket)) note(LegacyEvent::BracketSkipped, here());
     ++cur;
   }
 
@@ -211,15 +339,34 @@ class Translation {
 
   void take() {
     out.push_back(std::string_view(*cur));
+    if (trace != nullptr) out.placeLast(here());
     ++cur;
   }
   void emit(std::string_view word) { out.push_back(word); }
   bool refuse(const char* message) {
-    if (trace != nullptr && cur != end) trace->faultAt = *cur;
+    if (trace != nullptr) trace->faultAt = here();
     fault.assign(message);
     return false;
   }
 
+  Span here() const { return spanAt(tokens, cur); }
+  void note(LegacyEvent::Kind kind, Span at, Part part = Part::Name, char option = 0) {
+    trace->events.push_back(LegacyEvent{kind, at, part, option});
+  }
+  // Passes the option under the cursor ("-y", "-g", "-a"): read by its first
+  // two characters. Returns its place.
+  Span optionTaken() {
+    skip = Skip::None;
+    const Span at = here();
+    if (trace != nullptr && (*cur).size() > 2) note(LegacyEvent::OptionLonger, at);
+    ++cur;
+    return at;
+  }
+
+  // What the words skipped just before were.
+  enum class Skip { None, Run, ListOption, ListBracket, Bracket, Group };
+
+  const Tokens& tokens;
   typename Tokens::iterator cur;
   const typename Tokens::iterator end;
   WordTokens& out;
@@ -227,13 +374,21 @@ class Translation {
   LegacyTrace* const trace;
   bool valueGiven = false;
   bool stopped = false;  // the rest of the line was taken as it stands
+  // For the trace: the skipped words just before, a dropped filter's depth
+  // and the "[" that opened it, the keys given so far.
+  Skip skip = Skip::None;
+  std::size_t depth = 0;
+  Span openedAt;
+  int groups = 0, aggregates = 0;
 };
 
 }  // namespace
 
 template <class Tokens>
 bool translateLegacy(Tokens& tokens, WordTokens& out, std::string& fault, LegacyTrace* trace) {
-  return Translation<Tokens>(tokens, out, fault, trace).run();
+  const bool translated = Translation<Tokens>(tokens, out, fault, trace).run();
+  if (trace != nullptr) out.finishPlaces(spanAt(tokens, tokens.end()).start);
+  return translated;
 }
 
 template bool translateLegacy<strList>(strList&, WordTokens&, std::string&, LegacyTrace*);

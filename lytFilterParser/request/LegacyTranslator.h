@@ -10,20 +10,39 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/detail/TokenSequence.h"
+#include "lytFilterParser/request/Record.h"
 
 namespace lytFilterParser {
 namespace detail {
 
-// What a translation passed over, for a caller that asks: the tokens it
-// skipped, in order, and the token it stopped on when it refused one
-// (empty when the tokens ended too early).
+// A decision of the translation that may change what the line means, with
+// the bytes of the line it is about (a translation of a strList has no
+// places: its spans are empty).
+struct LegacyEvent {
+  enum Kind : unsigned char {
+    WordSkipped,      // words that are no legacy syntax, skipped (one event for a run of them)
+    FilterDropped,    // a bracketed group whose first word names no legacy filter, skipped
+    OperatorSkipped,  // the filter list's operator, not "and": the filters are joined by "and"
+    OptionLonger,     // "-ybx": read as its first two characters
+    FirstLetter,      // "-y bytes", "-a ix": only the first letter counts
+    FlagMisread,      // a negation flag neither "0" nor "1": read as "0"
+    BracketSkipped,   // a word where a filter's "[" belongs, skipped
+    PassedFilter,     // a legacy filter after a plain group, which the current syntax reads as names
+    PassedWord,       // a word after a plain group that the column reader takes as a column word
+    OptionRepeated    // a second "-g", "-y" or "-a" key: the older peers serve one
+  };
+  Kind kind;
+  Span span;
+  Part part = Part::Name;  // PassedWord: the column word it is taken as
+  char option = 0;         // FirstLetter, OptionRepeated: the legacy option's letter ('g', 'y', 'a')
+};
+
+// What a translation decided, for a caller that asks: its events in the
+// order of the line, and where it stopped when it refused (length 0 at the
+// end of the line).
 struct LegacyTrace {
-  std::vector<std::string_view> skipped;
-  std::string_view faultAt;
-  std::vector<std::string_view> flags;     // negation flags neither "0" nor "1": read as "0"
-  std::vector<std::string_view> brackets;  // words skipped where a filter's "[" belongs, other than "["
-  std::vector<std::string_view> passed;    // first words of legacy filters after a plain group, which
-                                           // the current syntax reads as names
+  std::vector<LegacyEvent> events;
+  Span faultAt;
 };
 
 // Appends the translation of `tokens` to `out`: views of the tokens that

@@ -115,6 +115,7 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
 
  private:
   friend struct lytFilterParser::detail::Reader;
+  friend struct lytFilterParser::detail::Validator;
   // An empty request for the readers to fill.
   LFP_HIDDEN NetworkKovaRequest();
   friend class LYTKovaRequest;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "lytFilterParser/detail/TestSupport.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 

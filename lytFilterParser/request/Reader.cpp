@@ -77,6 +77,43 @@ void Reader::raiseUnless(bool read) {
 }
 
 // ---------------------------------------------------------------------------
+// the record
+// ---------------------------------------------------------------------------
+
+namespace {
+
+std::uint32_t countOf(std::size_t size) { return static_cast<std::uint32_t>(size); }
+
+}  // namespace
+
+std::uint32_t Reader::addNode(std::uint32_t parent, bool compound, Span option) {
+  ++record->nodes[parent].childCount;
+  FilterNode node;
+  node.whole = option;
+  node.compound = compound;
+  record->nodes.push_back(node);
+  return countOf(record->nodes.size() - 1);
+}
+
+void Reader::finishNode(std::uint32_t node, Span next) {
+  record->nodes[node].whole = upTo(record->nodes[node].whole, next);
+  record->nodes[node].end = countOf(record->nodes.size());
+}
+
+// From `from` to the last word read before the token at `next`: only blanks
+// stand between them.
+Span Reader::upTo(Span from, Span next) const {
+  std::size_t end = next.start;
+  while (end > from.end() && record->text[end - 1] == ' ') --end;
+  return end > from.end() ? Span{from.start, end - from.start} : from;
+}
+
+template <class Tokens>
+void Reader::words(const Tokens& tokens, Iter<Tokens> from, const Iter<Tokens>& cur, Part part) {
+  for (; from != cur; ++from) record->words.push_back(RecordWord{spanAt(tokens, from), part});
+}
+
+// ---------------------------------------------------------------------------
 // request
 // ---------------------------------------------------------------------------
 
@@ -85,28 +122,42 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
   // Where the bare atom lists read so far end: the first option that is not
   // "-f". Nothing but this loop reads past it, so it holds until the loop
   // takes another option.
-  std::optional<Iter<Tokens>> listEnd;
+  ListEnd<Tokens> listEnd{tokens.end(), false};
+  if (recording<Tokens>) {
+    record->nodes.push_back(FilterNode{});
+    record->nodes[0].compound = true;
+  }
+  // A column as recorded: its option, its type and the words from `first` on.
+  const auto recordColumn = [&](RecordColumns& list, Span option, Span type, std::uint32_t first) {
+    list.push_back(RecordColumn{option, type, upTo(option, spanAt(tokens, cur)), first, countOf(record->words.size()) - first});
+  };
   while (cur != tokens.end()) {
     const std::string_view option = *cur;
     if (option.size() != 2 || option[0] != '-') return refuse("Invalid option: ", option);
-    if (option[1] != OPTION_FILTER) listEnd.reset();
+    if (option[1] != OPTION_FILTER) listEnd.known = false;
+    const Span at = recording<Tokens> ? spanAt(tokens, cur) : Span{};
+    const std::uint32_t first = recording<Tokens> ? countOf(record->words.size()) : 0;
     bool read = true;
     switch (option[1]) {
       case OPTION_KEY: {
         ++cur;
+        const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
         std::string ignoredSort;
         TavColumn key(TAV_KEY);
         read = column(key, tokens, cur, ignoredSort);
         if (read) request.keys.push_back(std::move(key));
+        if (read && recording<Tokens>) recordColumn(record->keys, at, type, first);
         break;
       }
       case OPTION_VALUE: {
         ++cur;
+        const Span typeWord = recording<Tokens> ? spanAt(tokens, cur) : Span{};
         std::string sortOption;
         TavColumn value(TAV_VALUE);
         read = column(value, tokens, cur, sortOption);
         if (!read) break;
         request.values.push_back(std::move(value));
+        if (recording<Tokens>) recordColumn(record->values, at, typeWord, first);
         const TavSortType type = sortOption.empty() ? TAV_SORT_NONE : NetworkKovaRequest::getSortType(sortOption);
         if (type != TAV_SORT_NONE) {
           request.sortType = type;
@@ -114,18 +165,28 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
         }
         break;
       }
-      case OPTION_SORT:
+      case OPTION_SORT: {
         ++cur;
+        const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
         read = sort(request, tokens, cur);
+        if (read && recording<Tokens>) {
+          record->sorts.push_back(SortSetting{at, type, -1, first, countOf(record->words.size()) - first});
+        }
         break;
+      }
       case OPTION_FILTER:
         ++cur;
-        read = filterOption(request, tokens, cur, listEnd);
+        read = filterOption(request, tokens, cur, listEnd, at);
         break;
       default:
         return refuse("Invalid option: ", option);
     }
     if (!read) return false;
+  }
+  if (recording<Tokens>) {
+    record->nodes[0].end = countOf(record->nodes.size());
+    const auto& options = record->filterOptions;
+    if (!options.empty()) record->nodes[0].whole = cover(options.front().option, options.back().whole);
   }
   return true;
 }
@@ -151,9 +212,17 @@ bool Reader::legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersi
 
 template <class Tokens>
 bool Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
-                          std::optional<Iter<Tokens>>& listEnd) {
+                          ListEnd<Tokens>& listEnd, Span option) {
   if (cur == tokens.end()) return refuse(kNoType);
-  if (isOperatorWord(*cur)) return compound(request.filter, tokens, cur);
+  FilterOption* const recorded =
+      recording<Tokens> ? &record->filterOptions.push_back(FilterOption{option, Span{}, option}) : nullptr;
+  if (isOperatorWord(*cur)) {
+    if (recorded != nullptr) record->nodes[0].head = recorded->op = spanAt(tokens, cur);
+    const bool read = compound(request.filter, tokens, cur);
+    if (recorded != nullptr) recorded->whole = upTo(option, spanAt(tokens, cur));
+    return read;
+  }
+  if (recorded != nullptr) record->nodes[0].head = Span{};
   // A bare atom list: "-f A ... -f B ..." is read as "-f and [ -f A ... -f B ... ]",
   // one conjunction of every consecutive atom. Only the closing "]" goes into
   // the list, before the first option that is not "-f": the readers of the
@@ -167,12 +236,12 @@ bool Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Toke
     // A list closed early by a "]" of the text leaves the reader before the
     // same option as the list before it: look for that option only once, so
     // that many such lists do not walk the rest of the text each.
-    if (listEnd) {
-      close = *listEnd;
+    if (listEnd.known) {
+      close = listEnd.at;
     } else {
       do ++close;
       while (!endsList(close));
-      listEnd = close;
+      listEnd = ListEnd<Tokens>{close, true};
     }
   }
   const Iter<Tokens> bracket = tokens.insert(close, std::string(1, kCloseBracket));
@@ -182,11 +251,13 @@ bool Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Toke
   // one under the cursor.
   Filter& root = request.filter;
   root.filterOperator = FILTER_AND;
-  std::unique_ptr<AtomFilter> first = atom(tokens, cur);
+  std::unique_ptr<AtomFilter> first = atom(tokens, cur, 0, option);
   if (!first) return false;
   if (root.children.capacity() == 0) root.children.reserve(4);
   root.children.push_back(std::move(first));
-  return children(root, tokens, cur, true);
+  const bool read = children(root, tokens, cur, true);
+  if (recorded != nullptr) recorded->whole = upTo(option, spanAt(tokens, cur));
+  return read;
 }
 
 template <class Tokens>
@@ -210,11 +281,13 @@ bool Reader::filterOperator(Filter& filter, Tokens& tokens, Iter<Tokens>& cur) {
 namespace {
 
 // A compound filter being read: its owner until it is complete and goes to
-// its parent (nullptr for the one the caller gave), and whether it ends at a "]".
+// its parent (nullptr for the one the caller gave), whether it ends at a "]",
+// and its node in the record (the caller's is the root, node 0).
 struct OpenFilter {
   std::unique_ptr<Filter> owner;
   Filter* filter;
   bool bracketed;
+  std::uint32_t node;
 };
 
 }  // namespace
@@ -225,24 +298,30 @@ bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool br
   // frames of this function, so that any depth reads in constant stack
   // space. A complete filter joins its parent only then, so a fault leaves
   // the parent as far as it was read.
-  OpenFilter open{nullptr, &filter, bracketed};
+  OpenFilter open{nullptr, &filter, bracketed, 0};
   SmallStack<OpenFilter, 8> outer;
   for (;;) {
     if (cur != tokens.end() && isOption(*cur, OPTION_FILTER)) {
+      const Span option = recording<Tokens> ? spanAt(tokens, cur) : Span{};
       ++cur;
       // Most compound filters hold two or a few children: one allocation for them.
       if (open.filter->children.capacity() == 0) open.filter->children.reserve(4);
       if (cur != tokens.end() && isOperatorWord(*cur)) {
         std::unique_ptr<Filter> inner(new Filter());
+        std::uint32_t node = 0;
+        if (recording<Tokens>) {
+          node = addNode(open.node, true, option);
+          record->nodes[node].head = spanAt(tokens, cur);
+        }
         filterOperator(*inner, tokens, cur);
         const bool innerBracketed = cur != tokens.end() && isChar(*cur, kOpenBracket);
         if (innerBracketed) ++cur;
         outer.push(std::move(open));
         Filter* const raw = inner.get();
-        open = OpenFilter{std::move(inner), raw, innerBracketed};
+        open = OpenFilter{std::move(inner), raw, innerBracketed, node};
         continue;
       }
-      std::unique_ptr<AtomFilter> child = atom(tokens, cur);
+      std::unique_ptr<AtomFilter> child = atom(tokens, cur, open.node, option);
       if (!child) return false;
       open.filter->children.push_back(std::move(child));
       continue;
@@ -253,6 +332,7 @@ bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool br
       if (!isChar(token, kCloseBracket)) return refuse("`]` expected instead of: ", token);
       ++cur;
     }
+    if (recording<Tokens> && open.node != 0) finishNode(open.node, spanAt(tokens, cur));
     if (outer.empty()) return true;
     std::unique_ptr<Filter> complete = std::move(open.owner);
     open = outer.pop();
@@ -274,6 +354,29 @@ std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur) {
   std::unique_ptr<ContentFilter> filter(new ContentFilter(TAV_NO_TYPE, false, TavEntityArray()));
   if (!content(*filter, tokens, cur)) return nullptr;
   return filter;
+}
+
+template <class Tokens>
+std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur, std::uint32_t parent, Span option) {
+  if (!recording<Tokens> || cur == tokens.end()) return atom(tokens, cur);
+  Iter<Tokens> at = cur;
+  std::unique_ptr<AtomFilter> made = atom(tokens, cur);
+  if (!made) return made;
+  // The words the atom was read from: its type, its negation, its names.
+  const std::uint32_t node = addNode(parent, false, option);
+  FilterNode& recorded = record->nodes[node];
+  recorded.interface = *at == kValueTypes[TAV_INTERFACE].keyword;
+  recorded.head = spanAt(tokens, at);
+  ++at;
+  if (made->negation) {
+    recorded.negation = spanAt(tokens, at);
+    ++at;
+  }
+  recorded.firstWord = countOf(record->words.size());
+  words(tokens, at, cur, Part::Name);
+  record->nodes[node].wordCount = countOf(record->words.size()) - record->nodes[node].firstWord;
+  finishNode(node, spanAt(tokens, cur));
+  return made;
 }
 
 template <class Tokens>
@@ -378,17 +481,30 @@ bool Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::s
     const std::string_view token = *cur;
     if (firstChar(token) == '-') break;
     if (containsWord(token, kAccumulationName)) {
+      const Span at = recording<Tokens> ? spanAt(tokens, cur) : Span{};
       if (!accumulation(column, tokens, cur)) return false;
+      if (recording<Tokens>) record->words.push_back(RecordWord{at, Part::Accumulation});
     } else if (containsWord(token, kSortColumnName)) {
       sortOption.assign(token.data(), token.size());
+      if (recording<Tokens>) {
+        const Span at = spanAt(tokens, cur);
+        // Every sort word of a value column that names a sort sets it, until a later one does.
+        if (column.keyOrValue == TAV_VALUE && NetworkKovaRequest::getSortType(sortOption) != TAV_SORT_NONE) {
+          record->sorts.push_back(SortSetting{at, at, static_cast<int>(record->values.size()), 0, 0});
+        }
+        record->words.push_back(RecordWord{at, Part::SortWord});
+      }
       ++cur;
     } else if (token.find('=') != std::string_view::npos) {
       if (!columnFilter(column.columnFilter, tokens, cur)) return false;
     } else {
+      const Iter<Tokens> from = cur;
       entities(column.entities, tokens, cur);
+      if (recording<Tokens>) words(tokens, from, cur, Part::Name);
       // A bracket that closes nothing here stays with the column as an entity.
       if (cur != tokens.end() && isChar(*cur, kCloseBracket)) {
         column.entities.add(TavEntity(std::string(1, kCloseBracket)));
+        if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Name});
         ++cur;
       }
     }
@@ -416,9 +532,14 @@ bool Reader::columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>&
   for (std::size_t o = 0; o < COLUMN_OPTION_COUNT; ++o) {
     const ColumnOption& option = kColumnOptions[o];
     if (!containsOptionName(token, option.name)) continue;
-    for (const Word<int>& value : option.values) {
+    for (std::size_t v = 0; v < option.values.size(); ++v) {
+      const Word<int>& value = option.values[v];
       if (token.find(value.text, option.valueFrom) != std::string_view::npos) {
         *fields[o] = value.code;
+        if (recording<Tokens>) {
+          record->words.push_back(RecordWord{spanAt(tokens, cur), Part::ColumnOption, static_cast<unsigned char>(o),
+                                             static_cast<unsigned char>(v)});
+        }
         ++cur;
         return true;
       }
@@ -445,7 +566,9 @@ bool Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur
     // The number is read from where the name would stand at the start.
     if (containsWord(option, index)) {
       request.sortIndex = readInt(option, index.size());
+      if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Index});
     } else if (containsWord(option, updates)) {
+      if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Updates});
       const int count = readInt(option, updates.size());
       request.maxUpdates = count > 0 ? count : NetworkKovaRequest::defaultMaxUpdates;
     } else {
@@ -464,6 +587,7 @@ bool Reader::virtualLink(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
   if (cur == tokens.end()) return refuse("No virtual link name after vl");
   const std::string_view name = *cur;
   request.vlName.assign(name.data(), name.size());
+  if (recording<Tokens>) record->vlName = spanAt(tokens, cur);
   ++cur;
   return virtualLinkOptions(request, tokens, cur);
 }
@@ -475,8 +599,10 @@ bool Reader::virtualLinkOptions(E2EKovaRequest& request, Tokens& tokens, Iter<To
     const std::string_view token = *cur;
     const std::size_t dash = token.find(kDataTypeOption[0]);
     if (dash != std::string_view::npos && token.compare(dash, kDataTypeOption.size(), kDataTypeOption) == 0) {
+      const Span option = recording<Tokens> ? spanAt(tokens, cur) : Span{};
       ++cur;
       if (!dataType(request, tokens, cur)) return false;
+      if (recording<Tokens>) record->dataTypes.push_back(DataTypeOption{option, spanAt(tokens, cur)});
     }
   }
   return true;
@@ -501,6 +627,49 @@ template bool Reader::legacyRequest<TextTokens>(NetworkKovaRequest&, TextTokens&
 template bool Reader::virtualLink<TextTokens>(E2EKovaRequest&, TextTokens&, TextTokens::iterator&);
 // The diagnostics read a legacy line's translation themselves, to know where a fault stands.
 template bool Reader::request<WordTokens>(NetworkKovaRequest&, WordTokens&, WordTokens::iterator&);
+
+namespace {
+
+template <class Tokens>
+void readInto(Reading& reading, Tokens& tokens, bool virtualLinks) {
+  typename Tokens::iterator cur = tokens.begin();
+  if (cur == tokens.end()) return;
+  Reader reader;
+  reader.record = &reading.record;
+  bool read = false;
+  if (virtualLinks && *cur == kVirtualLinkWord) {
+    reading.record.virtualLink = true;
+    ++cur;
+    std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
+    read = reader.virtualLink(*request, tokens, cur);
+    reading.request = std::move(request);
+  } else {
+    std::unique_ptr<NetworkKovaRequest> request(
+        new NetworkKovaRequest(Filter(), TavColumnArray(), TavColumnArray(), TAV_SORT_NONE, 1));
+    read = reader.request(*request, tokens, cur);
+    reading.request = std::move(request);
+  }
+  if (!read) {
+    reading.request.reset();
+    reading.fault = std::move(reader.fault);
+    reading.at = tokens.span(cur);
+  }
+}
+
+}  // namespace
+
+Reading readText(std::string_view text, bool virtualLinks, bool recorded) {
+  Reading reading;
+  reading.record.text = text;
+  if (recorded) {
+    RecordedTextTokens tokens(text);
+    readInto(reading, tokens, virtualLinks);
+  } else {
+    TextTokens tokens(text);
+    readInto(reading, tokens, virtualLinks);
+  }
+  return reading;
+}
 
 }  // namespace detail
 }  // namespace lytFilterParser

@@ -7,14 +7,15 @@
 #ifndef LYTFILTERPARSER_REQUEST_READER_H
 #define LYTFILTERPARSER_REQUEST_READER_H
 
+#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "lytFilterParser/base/TavVersion.h"
 #include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/detail/TokenSequence.h"
+#include "lytFilterParser/request/Record.h"
 
 class AtomFilter;
 class ContentFilterBase;
@@ -38,8 +39,18 @@ namespace detail {
 struct Reader {
   template <class Tokens>
   using Iter = typename Tokens::iterator;
+  // Where the bare atom lists read so far end, once a "-f" has looked.
+  template <class Tokens>
+  struct ListEnd {
+    Iter<Tokens> at;
+    bool known;
+  };
 
   std::string fault;
+  // Where the rules record what they build when they read
+  // RecordedTextTokens (its text the record's text); the rules over any
+  // other sequence record nothing and test nothing for it.
+  Record* record = nullptr;
 
   // "-f", "-k", "-v", "-s" options up to the end.
   template <class Tokens>
@@ -55,10 +66,10 @@ struct Reader {
   template <class Tokens>
   bool dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
 
-  // After "-f"; `listEnd` remembers where bare atom lists end.
+  // After "-f" at `option`; `listEnd` remembers where bare atom lists end.
   template <class Tokens>
   bool filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
-                    std::optional<Iter<Tokens>>& listEnd);
+                    ListEnd<Tokens>& listEnd, Span option);
   // Operator, optional "[", the "-f" items, the matching "]".
   template <class Tokens>
   bool compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);
@@ -71,6 +82,10 @@ struct Reader {
   // nullptr after a fault.
   template <class Tokens>
   std::unique_ptr<AtomFilter> atom(Tokens& tokens, Iter<Tokens>& cur);
+  // The same, recording the atom as a child of filter node `parent` read
+  // from its "-f" at `option`.
+  template <class Tokens>
+  std::unique_ptr<AtomFilter> atom(Tokens& tokens, Iter<Tokens>& cur, std::uint32_t parent, Span option);
   template <class Tokens>
   static void negation(AtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
@@ -96,6 +111,14 @@ struct Reader {
   bool columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
   bool sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
+
+  // For the record: a filter node, complete up to `cur`, and the words of
+  // `part` from `from` up to `cur`.
+  std::uint32_t addNode(std::uint32_t parent, bool compound, Span option);
+  void finishNode(std::uint32_t node, Span next);
+  Span upTo(Span from, Span next) const;
+  template <class Tokens>
+  void words(const Tokens& tokens, Iter<Tokens> from, const Iter<Tokens>& cur, Part part);
 
   // Keeps `message` as the fault; false.
   bool refuse(std::string_view message);

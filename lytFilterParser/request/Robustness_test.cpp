@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-#include "lytFilterParser/detail/TestSupport.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 

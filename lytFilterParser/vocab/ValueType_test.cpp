@@ -7,7 +7,7 @@
 #include <climits>
 #include <string>
 
-#include "lytFilterParser/detail/TestSupport.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 

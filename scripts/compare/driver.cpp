@@ -21,6 +21,12 @@
 // internal headers, nothing from the detail namespace, no accessors that
 // might come and go. The same source is compiled against both builds.
 //
+// The diagnostics (lint, fidelity, validate, readRefusal,
+// convertWithDiagnostics) are written on lines of their own whose label
+// starts with "diag.": each finding as code, severity, start and length
+// (their messages are for people and may change). compare.sh holds the
+// library's outputs to 0 differences and counts the diagnostic ones by code.
+//
 // Usage: lfp-compare-driver INPUT [--from N]   (output on stdout, counts on stderr)
 
 #include <lytFilterParser/lytFilterParser.h>
@@ -32,6 +38,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -280,6 +287,55 @@ void compareLists(Output& out, const std::string& text) {
   });
 }
 
+// ---------------------------------------------------------------------------
+// Diagnostics
+// ---------------------------------------------------------------------------
+
+std::string findings(const std::vector<lytFilterParser::Diagnostic>& found) {
+  std::string out = "[" + std::to_string(found.size()) + "]";
+  for (const lytFilterParser::Diagnostic& d : found) {
+    out += ' ' + d.code + ' ' + std::string(lytFilterParser::severityName(d.severity)) + ' ' + std::to_string(d.start) +
+           '+' + std::to_string(d.length);
+  }
+  return out;
+}
+
+std::string refusalText(const std::optional<lytFilterParser::Refusal>& refusal, bool suggestions) {
+  if (!refusal) return "<none>";
+  std::string out = quoted(refusal->message) + " " + std::to_string(refusal->start) + "+" + std::to_string(refusal->length);
+  if (suggestions) out += " " + quotedStrings(refusal->suggestions);
+  return out;
+}
+
+void diagnoseRequest(Output& out, const std::string& text, LYTKovaRequest* request) {
+  out.attempt("diag.lint", [&] { return findings(lytFilterParser::lint(text)); });
+  for (int peer = 1; peer <= 3; ++peer) {
+    out.attempt(versionLabel("diag.fidelity", peer), [&] {
+      return findings(lytFilterParser::fidelity(text, static_cast<TavVersion>(peer)));
+    });
+  }
+  out.attempt("diag.refusal", [&] { return refusalText(lytFilterParser::readRefusal(text), true); });
+  auto* network = dynamic_cast<NetworkKovaRequest*>(request);
+  if (network == nullptr) return;
+  for (int peer = 1; peer <= 3; ++peer) {
+    NetworkKovaRequest copy(*network);
+    out.attempt(versionLabel("diag.validate", peer), [&] {
+      return refusalText(lytFilterParser::validate(text, copy, static_cast<TavVersion>(peer)), false);
+    });
+  }
+}
+
+void diagnoseLegacy(Output& out, const std::string& text) {
+  for (int peer = 1; peer <= 2; ++peer) {
+    out.attempt(versionLabel("diag.convert", peer), [&] {
+      const lytFilterParser::Conversion conversion =
+          lytFilterParser::convertWithDiagnostics(text, static_cast<TavVersion>(peer));
+      return quoted(conversion.request) + " " + refusalText(conversion.refusal, true) + " " +
+             findings(conversion.diagnostics);
+    });
+  }
+}
+
 std::string withError(const std::string& value, const std::string& error) {
   return value + " error " + quoted(error);
 }
@@ -442,6 +498,7 @@ void runRequest(Output& out, const std::string& text) {
     return std::string("<unknown request class>");
   });
   out.line("read.error", quoted(error));
+  diagnoseRequest(out, text, request.get());
   if (request) inspectRequest(out, *request);
 
   // The same text through the constructors that take a token list.
@@ -491,6 +548,7 @@ void runLegacy(Output& out, const std::string& text) {
       return text;
     });
   }
+  diagnoseLegacy(out, text);
   // What the legacy reader built, through every operation of a request.
   if (forPeer2) inspectRequest(out, *forPeer2);
 }

@@ -14,7 +14,8 @@ the validation at a time, near misses (one token dropped, doubled, swapped,
 misspelt, recased; a bracket too many or too few; truncated lines), word
 salads from the request vocabulary, bracket noise, blank and odd texts
 (tabs, "#", control bytes, non-ASCII, invalid UTF-8), very long entity lists
-and filters nested up to 60 levels (the readers refuse more than 128).
+and filters nested up to 60 levels (the readers take any depth; the unit
+tests nest a million levels).
 
 The output depends only on --count and --seed.
 """

@@ -1,20 +1,22 @@
-// Where each item of a request stands in its text. The readers build objects
-// and forget the text; an outline walks the same text by the same grammar
-// (request/Reader.cpp) and keeps, for every item the reader makes, the bytes
-// it was read from, in the order the reader makes them. An item of the
-// request object is found in its outline by that order: the n-th key column,
-// the n-th filter node in pre-order. matches() checks that an outline and a
-// request agree before anything relies on it. Internal: not installed.
-#ifndef LYTFILTERPARSER_DIAGNOSTICS_OUTLINE_H
-#define LYTFILTERPARSER_DIAGNOSTICS_OUTLINE_H
+// What the reader records when asked (Reader::record): every item it builds,
+// with the bytes of the text it read it from, in the order it builds them,
+// and where it stopped at a fault. An item of the request object is found by
+// that order: the n-th key column, the n-th filter node in pre-order. The
+// entry points read without a record and pay nothing for it. Internal: not
+// installed; the diagnostics read it.
+#ifndef LYTFILTERPARSER_REQUEST_RECORD_H
+#define LYTFILTERPARSER_REQUEST_RECORD_H
 
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
-#include "lytFilterParser/diagnostics/DiagnosticTable.h"
+#include "lytFilterParser/base/Span.h"
+#include "lytFilterParser/detail/SmallVector.h"
 
-class NetworkKovaRequest;
+class LYTKovaRequest;
 
 namespace lytFilterParser {
 namespace detail {
@@ -29,10 +31,11 @@ enum class Part : unsigned char {
   Updates        // "updates=" after a sort type
 };
 
-struct OutlineWord {
+struct RecordWord {
   Span span;
   Part part;
   unsigned char option = 0;  // a column option word's option, an index of kColumnOptions
+  unsigned char value = 0;   // and the index of the value the reader found in it
 };
 
 // A node of the filter tree, in pre-order; node 0 is the request's root.
@@ -55,7 +58,7 @@ struct FilterOption {
   Span whole;   // up to the last word it read
 };
 
-struct ColumnOutline {
+struct RecordColumn {
   Span option;  // "-k" or "-v"
   Span type;
   Span whole;
@@ -79,31 +82,38 @@ struct DataTypeOption {
   Span type;
 };
 
-class Outline {
- public:
-  // Walks `text`; false exactly when the reader refuses it (the outline is
-  // then incomplete). An empty text gives an empty outline. The text must
-  // outlive the outline's use of it.
-  bool read(std::string_view text);
-  // Whether `request` is what the reader made of the text: the same filter
-  // tree shape, columns and name counts.
-  bool matches(const NetworkKovaRequest& request) const;
+// The lists hold an ordinary request's items in place (SmallVector).
+typedef SmallVector<RecordColumn, 4> RecordColumns;
 
+struct Record {
   std::string_view text;
   bool virtualLink = false;
-  std::vector<FilterNode> nodes;
-  std::vector<FilterOption> filterOptions;
-  std::vector<ColumnOutline> keys;
-  std::vector<ColumnOutline> values;
-  std::vector<SortSetting> sorts;
-  std::vector<OutlineWord> words;
+  SmallVector<FilterNode, 8> nodes;
+  SmallVector<FilterOption, 2> filterOptions;
+  RecordColumns keys;
+  RecordColumns values;
+  SmallVector<SortSetting, 2> sorts;
+  SmallVector<RecordWord, 16> words;
   Span vlName;
-  std::vector<DataTypeOption> dataTypes;
+  SmallVector<DataTypeOption, 2> dataTypes;
 
   std::string_view textOf(Span span) const { return text.substr(span.start, span.length); }
   // The first child of compound node `node` is node + 1; the next sibling of `child` is nodes[child].end.
   std::uint32_t nextSibling(std::uint32_t child) const { return nodes[child].end; }
 };
+
+// A text read as the entry points read it, with what the reader recorded.
+struct Reading {
+  std::unique_ptr<LYTKovaRequest> request;  // null for a refused or an empty text
+  std::string fault;                        // the reader's message; empty when it has none
+  Span at;                                  // where the reader stopped on a fault
+  Record record;                            // complete when the request is read
+};
+
+// Reads `text` as getLYTKovaRequest does when `virtualLinks` ("vl" first: an
+// end-to-end request), otherwise as convert reads it for the current peer,
+// keeping the record when `recorded`. The message is the entry points' own.
+Reading readText(std::string_view text, bool virtualLinks, bool recorded = false);
 
 }  // namespace detail
 }  // namespace lytFilterParser

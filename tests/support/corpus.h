@@ -1,8 +1,8 @@
-// The fixed texts the benchmarks measure. Hand-written requests sit in
+// The fixed texts the benchmarks measure and the diagnostics tests check for false alarms. Hand-written requests sit in
 // corpus.cpp; large, deep and scaling requests are generated at startup so
 // that the repository does not carry megabytes of text.
-#ifndef LYTFILTERPARSER_BENCH_CORPUS_H
-#define LYTFILTERPARSER_BENCH_CORPUS_H
+#ifndef LFP_TESTS_SUPPORT_CORPUS_H
+#define LFP_TESTS_SUPPORT_CORPUS_H
 
 #include <string>
 #include <vector>
