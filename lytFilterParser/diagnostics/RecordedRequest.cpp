@@ -38,6 +38,10 @@ std::vector<Diagnostic> RecordedRequest::fidelity(TavVersion peer) const {
   return detail::compare(state->text, *state->reading.request, state->reading, true, peer);
 }
 
+std::vector<Diagnostic> RecordedRequest::fidelity(const LYTKovaRequest& completed, TavVersion peer) const {
+  return detail::compare(state->text, completed, state->reading, true, peer);
+}
+
 std::optional<Refusal> RecordedRequest::validate(TavVersion peer) const {
   const auto* network = dynamic_cast<const NetworkKovaRequest*>(state->reading.request.get());
   if (network == nullptr) return std::nullopt;
@@ -45,6 +49,18 @@ std::optional<Refusal> RecordedRequest::validate(TavVersion peer) const {
   std::string message;
   detail::Blame blame;
   if (detail::Validator::isValid(copy, peer, message, &blame)) return std::nullopt;
+  const Span at = detail::blamedPlace(state->reading.record, blame);
+  return Refusal{std::move(message), at.start, at.length, {}};
+}
+
+}  // namespace lytFilterParser
+
+namespace lytFilterParser {
+
+std::optional<Refusal> RecordedRequest::validate(NetworkKovaRequest& request, TavVersion peer) const {
+  std::string message;
+  detail::Blame blame;
+  if (detail::Validator::isValid(request, peer, message, &blame)) return std::nullopt;
   const Span at = detail::blamedPlace(state->reading.record, blame);
   return Refusal{std::move(message), at.start, at.length, {}};
 }

@@ -17,6 +17,7 @@
 #include "lytFilterParser/diagnostics/Refusal.h"
 
 class LYTKovaRequest;
+class NetworkKovaRequest;
 
 namespace lytFilterParser {
 
@@ -38,10 +39,19 @@ class LFP_API RecordedRequest {
   std::vector<Diagnostic> lint() const;
   // As fidelity(text, peer).
   std::vector<Diagnostic> fidelity(TavVersion peer) const;
+  // As fidelity(text, completed, peer) without reading the text again, for
+  // `completed`: a copy of request() that validation has completed since
+  // (which changes modes and the sort, never the items the record places).
+  // Throws what dump(peer) throws.
+  std::vector<Diagnostic> fidelity(const LYTKovaRequest& completed, TavVersion peer) const;
   // As validate(text, request, peer) on a copy of the request, which
   // validation completes: the request held here stays as read. Nothing for
   // an accepted request, and for a "vl" request, which is not validated.
   std::optional<Refusal> validate(TavVersion peer) const;
+  // As validate(text, request, peer) without reading the text again, for
+  // `request`: a copy of request(), which validation completes (here and
+  // perhaps before, for other peers). Throws what isValid throws.
+  std::optional<Refusal> validate(NetworkKovaRequest& request, TavVersion peer) const;
 
  private:
   struct State;

@@ -53,6 +53,19 @@ TEST(RecordedRequest, OneReadingGivesWhatEachFunctionGives) {
       EXPECT_EQ(shown(text, recorded.validate(TavVersion(peer))),
                 shown(text, lytFilterParser::validate(text, copy, TavVersion(peer))))
           << text << " peer " << peer;
+      // A copy validated in place, then its fidelity, as a tool asks.
+      NetworkKovaRequest completed(*network), again(*network);
+      try {
+        EXPECT_EQ(shown(text, recorded.validate(completed, TavVersion(peer))),
+                  shown(text, lytFilterParser::validate(text, again, TavVersion(peer))))
+            << text << " peer " << peer;
+      } catch (const std::string&) {
+        continue;
+      }
+      EXPECT_EQ(completed.dump(), again.dump()) << text << " peer " << peer;
+      EXPECT_EQ(spelled(text, recorded.fidelity(completed, TavVersion(peer))),
+                spelled(text, lytFilterParser::fidelity(text, completed, TavVersion(peer))))
+          << text << " peer " << peer;
     }
   }
 }

@@ -27,6 +27,7 @@
 #include <utility>
 #include <vector>
 
+#include "lytFilterParser/base/Span.h"
 #include "lytFilterParser/diagnostics/Diagnostic.h"
 #include "lytFilterParser/diagnostics/Refusal.h"
 #include "lytFilterParser/lytFilterParser.h"
@@ -45,11 +46,9 @@ std::string utf8(const py::str& text);
 // UTF-8 become lone surrogates, which utf8() turns back into them.
 py::str pythonText(const std::string& text);
 
-// A place in a text, counted in characters (code points) of the Python str.
-struct Place {
-  std::size_t start = 0;
-  std::size_t length = 0;
-};
+// Places in a text are the library's Span, counted in characters (code
+// points) of the Python str where they go out to Python, in bytes inside.
+using lytFilterParser::Span;
 
 // Places in characters of the bytes of one UTF-8 text. Each call counts on
 // from the place before, so places in the order of the text cost one pass
@@ -59,7 +58,7 @@ class Characters {
   explicit Characters(const std::string& text) : text(text) {}
 
   // The place of the bytes [start, start + length), clamped to the text.
-  Place operator()(std::size_t start, std::size_t length);
+  Span operator()(std::size_t start, std::size_t length);
 
  private:
   std::size_t before(std::size_t byte);  // characters before `byte`
@@ -74,7 +73,7 @@ class Characters {
 // faulty word may have meant.
 struct Fault {
   std::string message;
-  std::optional<Place> place;
+  std::optional<Span> place;  // in characters
   std::vector<std::string> suggestions;
 };
 

@@ -60,7 +60,7 @@ py::list diagnosticCodes() {
 void inCharacters(std::vector<lytFilterParser::Diagnostic>& diagnostics, const std::string& text) {
   Characters characters(text);
   for (lytFilterParser::Diagnostic& diagnostic : diagnostics) {
-    const Place place = characters(diagnostic.start, diagnostic.length);
+    const Span place = characters(diagnostic.start, diagnostic.length);
     diagnostic.start = place.start;
     diagnostic.length = place.length;
   }

@@ -16,8 +16,12 @@ namespace {
 
 class Request {
  public:
-  Request(std::unique_ptr<LYTKovaRequest> request, std::string text)
-      : request(std::move(request)), text(std::move(text)) {}
+  // `recorded`, when given, is the reading `request` is a copy of: its
+  // record places what validate and fidelity find without reading the text
+  // again, as long as the names stay as read.
+  Request(std::unique_ptr<LYTKovaRequest> request, std::string text,
+          std::shared_ptr<const lytFilterParser::RecordedRequest> recorded = nullptr)
+      : request(std::move(request)), text(std::move(text)), recorded(std::move(recorded)) {}
   Request(const Request&) = delete;
   Request& operator=(const Request&) = delete;
   virtual ~Request() = default;
@@ -41,7 +45,10 @@ class Request {
     strList newNames;
     for (const py::str& name : names) oldNames.push_back(utf8(name));
     for (const py::str& name : resolved) newNames.push_back(utf8(name));
-    return locked([&] { return request->setModuleNames(oldNames, newNames); });
+    return locked([&] {
+      recorded.reset();  // the record places the names as read
+      return request->setModuleNames(oldNames, newNames);
+    });
   }
 
   // The model of the request, a new object of the package's classes.
@@ -50,7 +57,8 @@ class Request {
   py::list fidelity(int peer) {
     peerIn(peer, TAV_VERSION_LEGACY_1, TAV_VERSION_CURRENT);
     return pythonDiagnostics(locked([&] {
-      std::vector<lytFilterParser::Diagnostic> found = lytFilterParser::fidelity(text, *request, TavVersion(peer));
+      std::vector<lytFilterParser::Diagnostic> found = recorded ? recorded->fidelity(*request, TavVersion(peer))
+                                                                : lytFilterParser::fidelity(text, *request, TavVersion(peer));
       inCharacters(found, text);
       return found;
     }));
@@ -86,6 +94,9 @@ class Request {
 
   std::unique_ptr<LYTKovaRequest> request;
   const std::string text;  // the UTF-8 text it was read from
+  // The one reading of `text`, shared with copies (it is never changed);
+  // null for a request built from a model or renamed since.
+  std::shared_ptr<const lytFilterParser::RecordedRequest> recorded;
 
  private:
   std::mutex mutex;
@@ -109,7 +120,8 @@ class NetworkRequest final : public Request {
   void validate(int peer) {
     peerIn(peer, TAV_VERSION_UNSUPPORTED, TAV_VERSION_CURRENT);
     const std::optional<Fault> fault = locked([&]() -> std::optional<Fault> {
-      const auto refusal = lytFilterParser::validate(text, network(), TavVersion(peer));
+      const auto refusal = recorded ? recorded->validate(network(), TavVersion(peer))
+                                    : lytFilterParser::validate(text, network(), TavVersion(peer));
       if (!refusal) return std::nullopt;
       return faultOf(refusal->message, refusal, text);
     });
@@ -140,7 +152,7 @@ class NetworkRequest final : public Request {
   std::unique_ptr<Request> copy() override {
     return locked([&] {
       return std::unique_ptr<Request>(
-          new NetworkRequest(std::unique_ptr<LYTKovaRequest>(new NetworkKovaRequest(network())), text));
+          new NetworkRequest(std::unique_ptr<LYTKovaRequest>(new NetworkKovaRequest(network())), text, recorded));
     });
   }
 
@@ -163,7 +175,7 @@ class E2ERequest final : public Request {
   std::unique_ptr<Request> copy() override {
     return locked([&] {
       return std::unique_ptr<Request>(
-          new E2ERequest(std::unique_ptr<LYTKovaRequest>(new E2EKovaRequest(link())), text));
+          new E2ERequest(std::unique_ptr<LYTKovaRequest>(new E2EKovaRequest(link())), text, recorded));
     });
   }
 
@@ -172,24 +184,47 @@ class E2ERequest final : public Request {
 };
 
 struct Reading {
-  std::unique_ptr<LYTKovaRequest> request;
+  std::unique_ptr<LYTKovaRequest> request;  // a copy of the recorded one, to change
+  std::shared_ptr<const lytFilterParser::RecordedRequest> recorded;
   std::optional<Fault> fault;  // when the library refused the text
 };
 
+std::unique_ptr<LYTKovaRequest> copyOf(const LYTKovaRequest& request) {
+  if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
+    return std::make_unique<NetworkKovaRequest>(*network);
+  }
+  return std::make_unique<E2EKovaRequest>(dynamic_cast<const E2EKovaRequest&>(request));
+}
+
+// One reading of `text` with its record; nothing for a text of blanks only.
 Reading read(const std::string& text) {
   Reading reading;
+  if (text.find_first_not_of(' ') == std::string::npos) return reading;  // no word
+  auto recorded = std::make_shared<const lytFilterParser::RecordedRequest>(text);
+  if (const LYTKovaRequest* request = recorded->request()) {
+    reading.request = copyOf(*request);
+    reading.recorded = std::move(recorded);
+    return reading;
+  }
+  std::optional<lytFilterParser::Refusal> refusal = recorded->refusal();
+  if (refusal) {
+    reading.fault = faultOf(refusal->message, refusal, text);
+    return reading;
+  }
+  // A refusal without a place (rare), or no word: read again for the message.
   std::string error;
-  reading.request.reset(LYTKovaRequest::getLYTKovaRequest(text, error));
-  if (!reading.request && !error.empty()) reading.fault = faultOf(error, lytFilterParser::readRefusal(text), text);
+  std::unique_ptr<LYTKovaRequest>(LYTKovaRequest::getLYTKovaRequest(text, error));
+  if (!error.empty()) reading.fault = Fault{std::move(error), std::nullopt, {}};
   return reading;
 }
 
 // The Python object of a request read from, or written as, `bytes`.
-py::object wrap(std::unique_ptr<LYTKovaRequest> request, std::string bytes) {
+py::object wrap(std::unique_ptr<LYTKovaRequest> request, std::string bytes,
+                std::shared_ptr<const lytFilterParser::RecordedRequest> recorded = nullptr) {
   if (dynamic_cast<NetworkKovaRequest*>(request.get()) != nullptr) {
-    return py::cast(std::make_unique<NetworkRequest>(std::move(request), std::move(bytes)));
+    return py::cast(std::make_unique<NetworkRequest>(std::move(request), std::move(bytes), std::move(recorded)));
   }
-  return py::cast(std::make_unique<E2ERequest>(std::move(request), std::move(bytes)));
+  return py::cast(std::make_unique<E2ERequest>(std::move(request), std::move(bytes), std::move(recorded)));
 }
 
 // The request of `text`, None for a text without a word.
@@ -200,7 +235,7 @@ py::object parse(const py::str& text) {
     if (!reading.fault) return py::none();
     raiseRequestError(*reading.fault, bytes);
   }
-  return wrap(std::move(reading.request), std::move(bytes));
+  return wrap(std::move(reading.request), std::move(bytes), std::move(reading.recorded));
 }
 
 // The request a model describes. Its text, where diagnostics place what

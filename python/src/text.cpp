@@ -91,9 +91,9 @@ py::str pythonText(const std::string& text) {
   return py::reinterpret_steal<py::str>(made);
 }
 
-Place Characters::operator()(std::size_t start, std::size_t length) {
+Span Characters::operator()(std::size_t start, std::size_t length) {
   const std::size_t first = before(start);
-  return Place{first, before(start + length) - first};
+  return Span{first, before(start + length) - first};
 }
 
 std::size_t Characters::before(std::size_t to) {

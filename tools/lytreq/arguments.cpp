@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "lytFilterParser/diagnostics/Characters.h"
 #include "words.h"
 
 namespace lytreq {
@@ -49,21 +50,6 @@ std::string lower(std::string text) {
 }
 
 std::string withoutDashes(const std::string& word) { return word.substr(std::min(word.find_first_not_of('-'), word.size())); }
-
-std::size_t editDistance(const std::string& a, const std::string& b) {
-  std::vector<std::size_t> row(b.size() + 1);
-  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    std::size_t diagonal = row[0];
-    row[0] = i;
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      const std::size_t above = row[j];
-      row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0 : 1)});
-      diagonal = above;
-    }
-  }
-  return row[b.size()];
-}
 
 std::string joined(const std::vector<std::string>& words, const char* separator) {
   std::string text;
@@ -199,7 +185,7 @@ std::string nearestWord(const std::string& word, const std::vector<std::string>&
   std::string best;
   std::size_t bestDistance = std::max<std::size_t>(1, key.size() / 3) + 1;
   for (const std::string& candidate : candidates) {
-    const std::size_t distance = editDistance(key, lower(withoutDashes(candidate)));
+    const std::size_t distance = lytFilterParser::editDistance(key, lower(withoutDashes(candidate)), bestDistance);
     if (distance < bestDistance) {
       best = candidate;
       bestDistance = distance;

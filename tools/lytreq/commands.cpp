@@ -47,10 +47,12 @@ Report start(const std::string& text, bool oneLine = false) {
 }
 
 // Reads `text` into `reading`, with the lint of the text in `report`; false
-// (and the fault in `report`) when the library rejects it.
-bool read(const std::string& text, Reading& reading, Report& report, bool diagnose) {
-  if (diagnose) report.warnings = lytFilterParser::lint(text);
-  reading = readRequest(text);
+// (and the fault in `report`) when the library rejects it. With `diagnose`
+// (or `record`) the reading keeps its record, which every diagnostic of the
+// text reads: the text is read once.
+bool read(const std::string& text, Reading& reading, Report& report, bool diagnose, bool record = false) {
+  reading = readRequest(text, diagnose || record);
+  if (diagnose) report.warnings = reading.recorded ? reading.recorded->lint() : lytFilterParser::lint(text);
   if (reading.fault) {
     report.fault = std::move(reading.fault);
     return false;
@@ -58,8 +60,8 @@ bool read(const std::string& text, Reading& reading, Report& report, bool diagno
   return true;
 }
 
-NetworkKovaRequest* networkRequest(Reading& reading, Report& report, const char* what) {
-  NetworkKovaRequest* request = dynamic_cast<NetworkKovaRequest*>(reading.request.get());
+const NetworkKovaRequest* networkRequest(const Reading& reading, Report& report, const char* what) {
+  const auto* request = dynamic_cast<const NetworkKovaRequest*>(reading.request());
   if (request == nullptr) {
     report.fault = Fault{
         "this is a \"" + std::string(virtualLinkWord()) + "\" (end-to-end) request: only network requests " + what,
@@ -91,9 +93,10 @@ struct Written {
 // `own`, when given, is `request` itself, checked in place instead of a
 // copy: a caller that needs the request no more saves a copy of every name.
 // Without `placed` a refusal has no place (nobody shows it), which spares
-// finding the item to blame.
-PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int peer, bool diagnose,
-                  Written* written = nullptr, NetworkKovaRequest* own = nullptr, bool placed = true) {
+// finding the item to blame. Places and losses come from the record of
+// `reading` when it has one; without, the text is read again for them.
+PeerVerdict judge(const Reading& reading, const std::string& text, const LYTKovaRequest& request, int peer,
+                  bool diagnose, Written* written = nullptr, NetworkKovaRequest* own = nullptr, bool placed = true) {
   PeerVerdict verdict;
   verdict.peer = peer;
   const TavVersion version = static_cast<TavVersion>(peer);
@@ -106,7 +109,8 @@ PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int pe
     try {
       if (!placed) {
         if (!checked->isValid(version, verdict.message)) return verdict;
-      } else if (const auto refusal = lytFilterParser::validate(text, *checked, version)) {
+      } else if (const auto refusal = reading.recorded ? reading.recorded->validate(*checked, version)
+                                                         : lytFilterParser::validate(text, *checked, version)) {
         verdict.message = refusal->message;
         verdict.where = Span{refusal->start, refusal->length};
         return verdict;
@@ -123,7 +127,9 @@ PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int pe
       if (written != nullptr) written->text = sent.dump(version);
       return verdict;
     }
-    for (Diagnostic& loss : lytFilterParser::fidelity(text, sent, version)) {
+    std::vector<Diagnostic> losses = reading.recorded ? reading.recorded->fidelity(sent, version)
+                                                      : lytFilterParser::fidelity(text, sent, version);
+    for (Diagnostic& loss : losses) {
       if (loss.code == kPeerUnsupported) {
         verdict.valid = false;
         verdict.message = loss.message;
@@ -142,10 +148,11 @@ PeerVerdict judge(const std::string& text, const LYTKovaRequest& request, int pe
 }
 
 // The verdicts of peers 1 to 3.
-std::vector<PeerVerdict> judgeAll(const std::string& text, const LYTKovaRequest& request, bool diagnose) {
+std::vector<PeerVerdict> judgeAll(const Reading& reading, const std::string& text, const LYTKovaRequest& request,
+                                  bool diagnose) {
   std::vector<PeerVerdict> verdicts;
   for (int peer = TAV_VERSION_LEGACY_1; peer <= TAV_VERSION_CURRENT; ++peer) {
-    verdicts.push_back(judge(text, request, peer, diagnose));
+    verdicts.push_back(judge(reading, text, request, peer, diagnose));
   }
   return verdicts;
 }
@@ -161,16 +168,18 @@ int firstValid(const std::vector<PeerVerdict>& verdicts) {
 // the checks complete (as getMinimalValidVersion does with every peer it
 // tries): the library's answer, unless its check throws on the way (for a
 // type that an older peer's check cannot name); then each peer is asked on
-// its own, of the request read again from `text`, and a throw counts as a
-// refusal.
-int minimalPeer(const std::string& text, NetworkKovaRequest& request) {
+// its own, of the request as read (the record's, or read again from
+// `text`), and a throw counts as a refusal.
+int minimalPeer(const Reading& reading, const std::string& text, NetworkKovaRequest& request) {
   std::string error;
   try {
     return request.getMinimalValidVersion(error);
   } catch (const std::string&) {
   }
-  Reading again = readRequest(text);
-  const auto* original = dynamic_cast<const NetworkKovaRequest*>(again.request.get());
+  Reading again;
+  if (!reading.recorded || reading.recorded->request() == nullptr) again = readRequest(text, false);
+  const auto* original =
+      dynamic_cast<const NetworkKovaRequest*>(again.request() != nullptr ? again.request() : reading.recorded->request());
   if (original == nullptr) return TAV_VERSION_NONE;
   for (int peer = TAV_VERSION_LEGACY_1; peer <= TAV_VERSION_CURRENT; ++peer) {
     NetworkKovaRequest forPeer(*original);
@@ -190,15 +199,16 @@ Report parseCommand(const std::string& text, std::optional<int> peer, bool diagn
   if (!read(text, reading, report, diagnose)) return report;
   if (!peer) {
     try {
-      report.request = reading.request->dump();
+      report.request = reading.request()->dump();
     } catch (const std::string& message) {
       report.fault = Fault{message, std::nullopt, {}};
     }
     return report;
   }
   Written written;
+  LYTKovaRequest* request = reading.changeable();
   PeerVerdict verdict =
-      judge(text, *reading.request, *peer, diagnose, &written, dynamic_cast<NetworkKovaRequest*>(reading.request.get()));
+      judge(reading, text, *request, *peer, diagnose, &written, dynamic_cast<NetworkKovaRequest*>(request));
   if (!verdict.valid) {
     report.fault = Fault{verdict.message, verdict.where, {}};
     return report;
@@ -218,13 +228,14 @@ Report checkCommand(const std::string& text, int peer, bool diagnose, bool place
   report.peer = peer;
   Reading reading;
   if (!read(text, reading, report, diagnose)) return report;
-  NetworkKovaRequest* request = networkRequest(reading, report, "can be checked");
-  if (request == nullptr) return report;
+  if (networkRequest(reading, report, "can be checked") == nullptr) return report;
+  auto* request = static_cast<NetworkKovaRequest*>(reading.changeable());
 
-  // Both checks on the request itself, no copy: the oldest peer first, whose
-  // checks complete the request as the check for `peer` would.
-  report.minimalPeer = minimalPeer(text, *request);
-  PeerVerdict verdict = judge(text, *request, peer, diagnose, nullptr, request, placed);
+  // Both checks on one request, the one read (or one copy of the recorded
+  // one): the oldest peer first, whose checks complete the request as the
+  // check for `peer` would.
+  report.minimalPeer = minimalPeer(reading, text, *request);
+  PeerVerdict verdict = judge(reading, text, *request, peer, diagnose, nullptr, request, placed);
   report.valid = verdict.valid;
   report.message = verdict.message;
   report.where = verdict.where;
@@ -237,9 +248,9 @@ Report checkAllCommand(const std::string& text, bool diagnose) {
   report.verdict = true;
   Reading reading;
   if (!read(text, reading, report, diagnose)) return report;
-  NetworkKovaRequest* request = networkRequest(reading, report, "can be checked");
+  const NetworkKovaRequest* request = networkRequest(reading, report, "can be checked");
   if (request == nullptr) return report;
-  report.peers = judgeAll(text, *request, diagnose);
+  report.peers = judgeAll(reading, text, *request, diagnose);
   report.minimalPeer = firstValid(*report.peers);
   return report;
 }
@@ -247,9 +258,10 @@ Report checkAllCommand(const std::string& text, bool diagnose) {
 Report explainCommand(const std::string& text, bool diagnose) {
   Report report = start(text);
   Reading reading;
-  if (!read(text, reading, report, diagnose)) return report;
-  report.explanation = explainRequest(*reading.request);
-  report.peers = judgeAll(text, *reading.request, true);  // each peer's losses are part of the explanation
+  // Each peer's losses are part of the explanation: the reading keeps its record.
+  if (!read(text, reading, report, diagnose, true)) return report;
+  report.explanation = explainRequest(*reading.request());
+  report.peers = judgeAll(reading, text, *reading.request(), true);
   report.minimalPeer = firstValid(*report.peers);
   return report;
 }
@@ -300,7 +312,7 @@ Report columnsCommand(const std::string& text, int peer, bool diagnose) {
   Report report = start(text);
   Reading reading;
   if (!read(text, reading, report, diagnose)) return report;
-  NetworkKovaRequest* request = networkRequest(reading, report, "have query-interface columns");
+  const NetworkKovaRequest* request = networkRequest(reading, report, "have query-interface columns");
   if (request == nullptr) return report;
   try {
     report.columns = queryColumns(*request, peer);
@@ -314,7 +326,7 @@ Report namesCommand(const std::string& text, bool diagnose) {
   Report report = start(text);
   Reading reading;
   if (!read(text, reading, report, diagnose)) return report;
-  const strList names = reading.request->getModuleNames();
+  const strList names = reading.request()->getModuleNames();
   report.names = std::vector<std::string>(names.begin(), names.end());
   return report;
 }
@@ -323,7 +335,8 @@ Report resolveCommand(const std::string& text, const NameMap& map, bool diagnose
   Report report = start(text, true);
   Reading reading;
   if (!read(text, reading, report, diagnose)) return report;
-  strList names = reading.request->getModuleNames();
+  LYTKovaRequest* request = reading.changeable();
+  strList names = request->getModuleNames();
   strList resolved;
   for (const std::string& name : names) {
     const auto found = map.find(name);
@@ -334,11 +347,11 @@ Report resolveCommand(const std::string& text, const NameMap& map, bool diagnose
     resolved.push_back(found->second);
   }
   try {
-    if (!reading.request->setModuleNames(names, resolved)) {
+    if (!request->setModuleNames(names, resolved)) {
       report.fault = Fault{"the request did not take the resolved names", std::nullopt, {}};
       return report;
     }
-    report.request = reading.request->dump();
+    report.request = request->dump();
   } catch (const std::string& message) {
     report.fault = Fault{message, std::nullopt, {}};
   }

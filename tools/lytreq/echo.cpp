@@ -6,6 +6,8 @@
 #include <ostream>
 #include <vector>
 
+#include "lytFilterParser/diagnostics/Characters.h"
+
 namespace lytreq {
 
 namespace {
@@ -24,12 +26,14 @@ bool inRanges(std::uint32_t c, const Range* ranges, std::size_t count) {
   return false;
 }
 
-// Characters that take no room or look like a blank: spaces other than the
-// blank, zero-width characters, direction marks, the byte order mark.
-const Range kInvisible[] = {{0x00A0, 0x00A0}, {0x00AD, 0x00AD}, {0x034F, 0x034F}, {0x115F, 0x1160},
-                            {0x1680, 0x1680}, {0x180E, 0x180E}, {0x2000, 0x200F}, {0x2028, 0x202F},
-                            {0x205F, 0x206F}, {0x3000, 0x3000}, {0x3164, 0x3164}, {0xFEFF, 0xFEFF},
-                            {0xFFA0, 0xFFA0}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE007F}};
+// A character the library names invisible (its table holds the controls
+// too, which are escaped before this is asked).
+bool isInvisible(std::uint32_t c) {
+  const lytFilterParser::CodePointTable table = lytFilterParser::invisibleCharacters();
+  const lytFilterParser::CodePointRange* range = std::lower_bound(
+      table.begin(), table.end(), c, [](const lytFilterParser::CodePointRange& r, std::uint32_t v) { return r.last < v; });
+  return range != table.end() && range->first <= c;
+}
 
 // Combining marks: drawn on the character before them.
 const Range kCombining[] = {{0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x0610, 0x061A},
@@ -84,7 +88,7 @@ std::string escapeOf(std::string_view text, std::size_t i, std::size_t length, s
   if (length == 0) return escape("\\x%02X", static_cast<unsigned char>(text[i]));
   if (c == '\t') return "\\t";
   if (isControl(c)) return escape("\\x%02X", c);
-  if (invisibleToo && isIn(c, kInvisible)) return escape(c > 0xFFFF ? "\\u{%05X}" : "\\u{%04X}", c);
+  if (invisibleToo && isInvisible(c)) return escape(c > 0xFFFF ? "\\u{%05X}" : "\\u{%04X}", c);
   return std::string();
 }
 

@@ -13,9 +13,11 @@
 #include <string_view>
 #include <vector>
 
-#include "caret.h"
+#include "lytFilterParser/base/Span.h"
 
 namespace lytreq {
+
+using lytFilterParser::Span;
 
 struct Echo {
   std::string line;    // the request as shown

@@ -4,7 +4,6 @@
 #include <iomanip>
 #include <sstream>
 
-#include "caret.h"
 #include "echo.h"
 #include "explain.h"
 #include "utf8.h"
