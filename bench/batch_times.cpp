@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "corpus.h"
+#include "tests/support/corpus.h"
 #include "lytFilterParser/lytFilterParser.h"
 
 namespace {

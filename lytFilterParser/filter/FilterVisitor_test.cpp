@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "lytFilterParser/detail/TestSupport.h"
+#include "tests/support/TestSupport.h"
 #include "lytFilterParser/filter/FilterVisitor.h"
 
 namespace {
