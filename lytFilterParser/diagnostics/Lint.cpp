@@ -173,12 +173,17 @@ void lintDuplicates(const Record& outline, std::uint32_t first, std::uint32_t co
   };
   const auto key = [&](std::uint32_t w) { return nameKey(outline.textOf(outline.words[w].span), place); };
   if (count <= 16) {
-    // Few names, as in most requests: compare them pairwise without a list.
-    for (std::uint32_t later = first + 1; later < first + count; ++later) {
-      if (outline.words[later].part != Part::Name || key(later).empty()) continue;
-      for (std::uint32_t earlier = first; earlier < later; ++earlier) {
-        if (outline.words[earlier].part != Part::Name || key(earlier) != key(later)) continue;
-        report(earlier, later, key(later));
+    // Few names, as in most requests: compare them pairwise without a list,
+    // each name's key found once.
+    std::string_view keys[16];
+    for (std::uint32_t w = 0; w < count; ++w) {
+      if (outline.words[first + w].part == Part::Name) keys[w] = key(first + w);
+    }
+    for (std::uint32_t later = 1; later < count; ++later) {
+      if (keys[later].empty()) continue;  // no name, or an empty one
+      for (std::uint32_t earlier = 0; earlier < later; ++earlier) {
+        if (outline.words[first + earlier].part != Part::Name || keys[earlier] != keys[later]) continue;
+        report(first + earlier, first + later, keys[later]);
         break;
       }
     }
