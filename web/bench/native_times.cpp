@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "bench/corpus.h"
+#include "tests/support/corpus.h"
 #include "lytFilterParser/lytFilterParser.h"
 
 namespace {
