@@ -175,15 +175,22 @@ void lintDuplicates(const Record& outline, std::uint32_t first, std::uint32_t co
   if (count <= 16) {
     // Few names, as in most requests: compare them pairwise without a list,
     // each name's key found once.
-    std::string_view keys[16];
+    // Plain pairs, written only where used: an array of string_view would be cleared whole first.
+    struct Key {
+      const char* data;
+      std::size_t size;
+      std::string_view view() const { return std::string_view(data, size); }
+    };
+    Key keys[16];
     for (std::uint32_t w = 0; w < count; ++w) {
-      if (outline.words[first + w].part == Part::Name) keys[w] = key(first + w);
+      const std::string_view name = outline.words[first + w].part == Part::Name ? key(first + w) : std::string_view();
+      keys[w] = Key{name.data(), name.size()};
     }
     for (std::uint32_t later = 1; later < count; ++later) {
-      if (keys[later].empty()) continue;  // no name, or an empty one
+      if (keys[later].size == 0) continue;  // no name, or an empty one
       for (std::uint32_t earlier = 0; earlier < later; ++earlier) {
-        if (outline.words[first + earlier].part != Part::Name || keys[earlier] != keys[later]) continue;
-        report(first + earlier, first + later, keys[later]);
+        if (keys[earlier].view() != keys[later].view()) continue;
+        report(first + earlier, first + later, keys[later].view());
         break;
       }
     }
