@@ -27,6 +27,15 @@
 #include "lytFilterParser/base/Span.h"
 #include "lytFilterParser/detail/Text.h"
 
+// The readers are instantiated for several token sequences, and the
+// compiler then stops inlining the steps of the iterator that every rule
+// takes at each word; a call per step costs the plain reader 5 to 10 %.
+#if defined(__GNUC__) || defined(__clang__)
+#define LFP_STEP inline __attribute__((always_inline))
+#else
+#define LFP_STEP inline
+#endif
+
 namespace lytFilterParser {
 namespace detail {
 
@@ -43,8 +52,8 @@ class TokenSequence : public Source {
   class iterator {
    public:
     // The token under the iterator; "]" for an inserted bracket.
-    std::string_view operator*() const { return onClose() ? std::string_view(&kClose, 1) : owner->at(pos); }
-    iterator& operator++() {
+    LFP_STEP std::string_view operator*() const { return onClose() ? std::string_view(&kClose, 1) : owner->at(pos); }
+    LFP_STEP iterator& operator++() {
       if (onClose()) {
         ++close;
       } else {
@@ -52,16 +61,16 @@ class TokenSequence : public Source {
       }
       return *this;
     }
-    bool operator==(const iterator& other) const {
+    LFP_STEP bool operator==(const iterator& other) const {
       return Source::key(pos) == Source::key(other.pos) && close == other.close;
     }
-    bool operator!=(const iterator& other) const { return !(*this == other); }
+    LFP_STEP bool operator!=(const iterator& other) const { return !(*this == other); }
 
    private:
     friend class TokenSequence;
     using Position = typename Source::Position;
     iterator(const TokenSequence* owner_, Position pos_, std::size_t close_) : owner(owner_), pos(pos_), close(close_) {}
-    bool onClose() const { return close < owner->closeCount && owner->closeAt(close) == Source::key(pos); }
+    LFP_STEP bool onClose() const { return close < owner->closeCount && owner->closeAt(close) == Source::key(pos); }
 
     const TokenSequence* owner;
     Position pos;
@@ -115,13 +124,13 @@ class TextSource {
   };
   static std::size_t key(const Position& p) { return p.start; }
   Position first() const { return scan(0); }
-  Position next(const Position& p) const { return scan(p.end); }
+  LFP_STEP Position next(const Position& p) const { return scan(p.end); }
   Position last() const { return Position{size, size}; }
-  std::string_view at(const Position& p) const { return std::string_view(data + p.start, p.end - p.start); }
+  LFP_STEP std::string_view at(const Position& p) const { return std::string_view(data + p.start, p.end - p.start); }
   static Span span(const Position& p) { return Span{p.start, p.end - p.start}; }
 
  private:
-  Position scan(std::size_t from) const {
+  LFP_STEP Position scan(std::size_t from) const {
     while (from < size && data[from] == ' ') ++from;
     std::size_t end = from;
     if (end < size) {

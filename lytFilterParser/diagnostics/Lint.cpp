@@ -173,12 +173,24 @@ void lintDuplicates(const Record& outline, std::uint32_t first, std::uint32_t co
   };
   const auto key = [&](std::uint32_t w) { return nameKey(outline.textOf(outline.words[w].span), place); };
   if (count <= 16) {
-    // Few names, as in most requests: compare them pairwise without a list.
-    for (std::uint32_t later = first + 1; later < first + count; ++later) {
-      if (outline.words[later].part != Part::Name || key(later).empty()) continue;
-      for (std::uint32_t earlier = first; earlier < later; ++earlier) {
-        if (outline.words[earlier].part != Part::Name || key(earlier) != key(later)) continue;
-        report(earlier, later, key(later));
+    // Few names, as in most requests: compare them pairwise without a list,
+    // each name's key found once.
+    // Plain pairs, written only where used: an array of string_view would be cleared whole first.
+    struct Key {
+      const char* data;
+      std::size_t size;
+      std::string_view view() const { return std::string_view(data, size); }
+    };
+    Key keys[16];
+    for (std::uint32_t w = 0; w < count; ++w) {
+      const std::string_view name = outline.words[first + w].part == Part::Name ? key(first + w) : std::string_view();
+      keys[w] = Key{name.data(), name.size()};
+    }
+    for (std::uint32_t later = 1; later < count; ++later) {
+      if (keys[later].size == 0) continue;  // no name, or an empty one
+      for (std::uint32_t earlier = 0; earlier < later; ++earlier) {
+        if (keys[earlier].view() != keys[later].view()) continue;
+        report(first + earlier, first + later, keys[later].view());
         break;
       }
     }
@@ -278,6 +290,46 @@ void lintFilterOptions(const Record& outline, Findings& found) {
   }
 }
 
+void reportUnsatisfiable(const Record& outline, const FilterNode& atom, Span last, Findings& found) {
+  found.add(Code::FilterUnsatisfiable, atom.whole,
+            quoted(outline.textOf(atom.whole)) + " requires what a filter joined to it by " +
+                quoted(wordOf<FilterOperator>(kFilterOperators, FILTER_AND)) + " excludes (at " + atByte(last.start) +
+                "): no traffic matches");
+}
+
+// Up to this many excluded names, as in ordinary requests, are looked up
+// where the record holds them, without building maps.
+constexpr std::size_t kFewExcluded = 32;
+
+// lintConjunction for few excluded names: the first atom excluding a name
+// is the one named, as in the maps.
+void lintFewExcluded(const Record& outline, std::uint32_t n, Findings& found) {
+  const FilterNode& node = outline.nodes[n];
+  const auto excludedAt = [&](std::string_view type, std::string_view name, Span& at) {
+    for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
+      const FilterNode& atom = outline.nodes[child];
+      if (atom.compound || atom.negation.length == 0 || outline.textOf(atom.head) != type) continue;
+      for (std::uint32_t w = atom.firstWord; w < atom.firstWord + atom.wordCount; ++w) {
+        if (outline.textOf(outline.words[w].span) != name) continue;
+        at = outline.words[w].span;
+        return true;
+      }
+    }
+    return false;
+  };
+  for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
+    const FilterNode& atom = outline.nodes[child];
+    if (atom.compound || atom.negation.length > 0 || atom.wordCount == 0) continue;
+    const std::string_view type = outline.textOf(atom.head);
+    Span last{};
+    bool all = true;
+    for (std::uint32_t w = atom.firstWord; all && w < atom.firstWord + atom.wordCount; ++w) {
+      all = excludedAt(type, outline.textOf(outline.words[w].span), last);
+    }
+    if (all) reportUnsatisfiable(outline, atom, last, found);
+  }
+}
+
 // An "and" of atoms that one atom requires a name of a type and another
 // excludes for the same type cannot match: every name an atom allows is
 // excluded. Different names prove nothing (a name may be a subnet or a
@@ -287,6 +339,16 @@ void lintConjunction(const Record& outline, std::uint32_t n, Findings& found) {
   const std::string_view op = n == 0 && node.head.length == 0 ? std::string_view() : outline.textOf(node.head);
   const FilterOperator* code = codeOf<FilterOperator>(kFilterOperators, op);
   if (node.childCount < 2 || (code != nullptr && *code != FILTER_AND)) return;
+  std::size_t excludedNames = 0;
+  for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
+    const FilterNode& atom = outline.nodes[child];
+    if (!atom.compound && atom.negation.length > 0) excludedNames += atom.wordCount;
+  }
+  if (excludedNames == 0) return;
+  if (excludedNames <= kFewExcluded) {
+    lintFewExcluded(outline, n, found);
+    return;
+  }
   // The names each atom type excludes: the type word and the name.
   std::unordered_map<std::string_view, std::unordered_map<std::string_view, Span>> excluded;
   for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
@@ -310,11 +372,7 @@ void lintConjunction(const Record& outline, std::uint32_t n, Findings& found) {
       all = name != type->second.end();
       if (all) last = name->second;
     }
-    if (!all) continue;
-    found.add(Code::FilterUnsatisfiable, atom.whole,
-              quoted(outline.textOf(atom.whole)) + " requires what a filter joined to it by " +
-                  quoted(wordOf<FilterOperator>(kFilterOperators, FILTER_AND)) + " excludes (at " + atByte(last.start) +
-                  "): no traffic matches");
+    if (all) reportUnsatisfiable(outline, atom, last, found);
   }
 }
 

@@ -96,6 +96,15 @@ TEST(Lint, EachSurpriseIsNamedAtItsWords) {
   for (const Row& row : kRows) EXPECT_EQ(spelled(row.text, lint(row.text)), row.expected) << row.text;
 }
 
+// Past the few excluded names looked up in place, the names are kept in
+// maps: the same findings there.
+TEST(Lint, ManyExcludedNamesAreJudgedAsFew) {
+  std::string excluded;
+  for (int i = 0; i < 40; ++i) excluded += " n" + std::to_string(i);
+  const std::string text = "-f and [ -f dst not" + excluded + " -f dst n3 n7 -f dst n3 other -f src n3 ] -k svc -v wb";
+  EXPECT_EQ(spelled(text, lint(text)), std::vector<std::string>{"filter-unsatisfiable:-f dst n3 n7"});
+}
+
 TEST(Lint, TheBenchmarkCorpusDrawsNoFalseAlarm) {
   for (const bench::TextCase& c : bench::buildCorpus()) {
     if (c.kind == bench::CaseKind::Legacy || c.kind == bench::CaseKind::LegacyRefused) continue;

@@ -360,6 +360,8 @@ template <class Tokens>
 std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur, std::uint32_t parent, Span option) {
   if (!recording<Tokens> || cur == tokens.end()) return atom(tokens, cur);
   Iter<Tokens> at = cur;
+  // An atom's entities are recorded as they are read (entities).
+  const std::uint32_t firstWord = countOf(record->words.size());
   std::unique_ptr<AtomFilter> made = atom(tokens, cur);
   if (!made) return made;
   // The words the atom was read from: its type, its negation, its names.
@@ -372,8 +374,8 @@ std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur, std:
     recorded.negation = spanAt(tokens, at);
     ++at;
   }
-  recorded.firstWord = countOf(record->words.size());
-  words(tokens, at, cur, Part::Name);
+  recorded.firstWord = firstWord;
+  if (recorded.interface) words(tokens, at, cur, Part::Name);
   record->nodes[node].wordCount = countOf(record->words.size()) - record->nodes[node].firstWord;
   finishNode(node, spanAt(tokens, cur));
   return made;
@@ -393,7 +395,7 @@ bool Reader::content(ContentFilterBase& filter, Tokens& tokens, Iter<Tokens>& cu
   filter.filterType = type->type;
   ++cur;
   negation(filter, tokens, cur);
-  entities(filter.entities, tokens, cur);
+  entities(filter.entities, tokens, cur, record);
   return true;
 }
 
@@ -428,10 +430,14 @@ void Reader::interfaceInfo(InterfaceInfo& item, Tokens& tokens, Iter<Tokens>& cu
 }
 
 template <class Tokens>
-void Reader::entities(TavEntityArray& array, Tokens& tokens, Iter<Tokens>& cur) {
-  // Count first so that a long run of entities is stored without regrowth.
+void Reader::entities(TavEntityArray& array, Tokens& tokens, Iter<Tokens>& cur, Record* record) {
+  // Count first so that a long run of entities is stored without regrowth;
+  // the count's walk records them.
   std::size_t count = 0;
-  for (Iter<Tokens> scan = cur; scan != tokens.end() && !endsItems(*scan); ++scan) ++count;
+  for (Iter<Tokens> scan = cur; scan != tokens.end() && !endsItems(*scan); ++scan) {
+    if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, scan), Part::Name});
+    ++count;
+  }
   if (count == 0) return;
   std::vector<TavEntity>& list = array.entities;
   const std::size_t needed = list.size() + count;
@@ -498,9 +504,7 @@ bool Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::s
     } else if (token.find('=') != std::string_view::npos) {
       if (!columnFilter(column.columnFilter, tokens, cur)) return false;
     } else {
-      const Iter<Tokens> from = cur;
-      entities(column.entities, tokens, cur);
-      if (recording<Tokens>) words(tokens, from, cur, Part::Name);
+      entities(column.entities, tokens, cur, record);
       // A bracket that closes nothing here stays with the column as an entity.
       if (cur != tokens.end() && isChar(*cur, kCloseBracket)) {
         column.entities.add(TavEntity(std::string(1, kCloseBracket)));

@@ -97,8 +97,9 @@ struct Reader {
   static void interfaces(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
   template <class Tokens>
   static void interfaceInfo(InterfaceInfo& item, Tokens& tokens, Iter<Tokens>& cur);
+  // Records the entities in `record` when reading RecordedTextTokens.
   template <class Tokens>
-  static void entities(TavEntityArray& entities, Tokens& tokens, Iter<Tokens>& cur);
+  static void entities(TavEntityArray& entities, Tokens& tokens, Iter<Tokens>& cur, Record* record = nullptr);
   // "name<>resolved"; without "<>" only the name is set.
   static void entity(TavEntity& entity, std::string_view text);
 
