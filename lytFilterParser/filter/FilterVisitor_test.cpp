@@ -110,16 +110,7 @@ class Deepest : public FilterVisitor {
 TEST(FilterVisitorTest, AnyDepthOnASmallStack) {
   const int levels = lfptest::testDepth();
   lfptest::onSmallStack([&] {
-    auto root = std::make_unique<Filter>();
-    Filter* bottom = root.get();
-    for (int level = 1; level < levels; ++level) {
-      auto inner = std::make_unique<Filter>();
-      Filter* const next = inner.get();
-      bottom->addChild(std::move(inner));
-      bottom = next;
-    }
-    strList address{"10.0.0.1"};
-    bottom->addChild(std::make_unique<ContentFilter>(TAV_SRC, false, TavEntityArray(address)));
+    std::unique_ptr<Filter> root = lfptest::deepFilterTree(levels);
     Deepest deepest;
     EXPECT_TRUE(walkFilterTree(*root, deepest));
     EXPECT_EQ(static_cast<std::size_t>(levels), deepest.compounds);

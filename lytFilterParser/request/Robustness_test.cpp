@@ -129,16 +129,7 @@ TEST(AnyDepth, DeepRequestTextIsReadWrittenValidatedConvertedAndDestroyed) {
 TEST(AnyDepth, DeepTreeBuiltInCodeIsCopiedComparedWalkedWrittenAndDestroyed) {
   const int levels = testDepth();
   onSmallStack([&] {
-    auto root = std::make_unique<Filter>();
-    Filter* bottom = root.get();
-    for (int level = 1; level < levels; ++level) {
-      auto inner = std::make_unique<Filter>();
-      Filter* const next = inner.get();
-      bottom->addChild(std::move(inner));
-      bottom = next;
-    }
-    strList address{"10.0.0.1"};
-    bottom->addChild(std::make_unique<ContentFilter>(TAV_SRC, false, TavEntityArray(address)));
+    std::unique_ptr<Filter> root = lfptest::deepFilterTree(levels);
     const std::unique_ptr<NetworkKovaRequest> shallow = lfptest::readRequest(nestedRequest(2, false));
     NetworkKovaRequest deep(*root, shallow->getKeys(), shallow->getValues(), TAV_SORT_NONE, 1);
     root.reset();

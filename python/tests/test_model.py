@@ -4,10 +4,11 @@ dump over generated inputs, and what build refuses."""
 
 import ast
 import dataclasses
-import importlib.util
 import os
 import random
+import runpy
 import sys
+import types
 from typing import Any, Dict, Iterator, List, Optional, Tuple, cast
 
 import pytest
@@ -24,11 +25,8 @@ ENUMS: List[Any] = [lfp.ValueType, lfp.Mode, lfp.Operator, lfp.Direction, lfp.In
 def generator(source_dir: str) -> Any:
     """scripts/compare/generate.py as a module: its request, link and legacy
     line makers."""
-    spec = importlib.util.spec_from_file_location("generate", os.path.join(source_dir, "scripts", "compare",
-                                                                           "generate.py"))
-    assert spec is not None and spec.loader is not None
-    module = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(module)
+    path = os.path.join(source_dir, "scripts", "compare", "generate.py")
+    module = types.SimpleNamespace(**runpy.run_path(path, run_name="generate"))
     return module
 
 

@@ -92,6 +92,22 @@ inline void onSmallStack(const std::function<void()>& body) {
 
 // "code:WORD" for a diagnostic about the bytes WORD of `text`, "code:WORD#2"
 // when they are its second occurrence, "code:$" for the end of the text.
+// A chain of `levels` compound filters built with addChild, the innermost
+// holding one source atom: deep trees that no text had to be read for.
+inline std::unique_ptr<Filter> deepFilterTree(int levels) {
+  auto root = std::make_unique<Filter>();
+  Filter* bottom = root.get();
+  for (int level = 1; level < levels; ++level) {
+    auto inner = std::make_unique<Filter>();
+    Filter* const next = inner.get();
+    bottom->addChild(std::move(inner));
+    bottom = next;
+  }
+  strList address{"10.0.0.1"};
+  bottom->addChild(std::make_unique<ContentFilter>(TAV_SRC, false, TavEntityArray(address)));
+  return root;
+}
+
 inline std::string spelled(const std::string& text, std::size_t start, std::size_t length, const std::string& code) {
   if (length == 0) return code + ":" + (start == text.size() ? "$" : "@" + std::to_string(start));
   const std::string word = text.substr(start, length);
