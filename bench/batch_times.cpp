@@ -15,8 +15,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/corpus.h"
 #include "lytFilterParser/lytFilterParser.h"
+#include "tests/support/corpus.h"
 
 namespace {
 

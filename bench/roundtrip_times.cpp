@@ -9,8 +9,8 @@
 #include <set>
 #include <string>
 
-#include "tests/support/corpus.h"
 #include "lytFilterParser/lytFilterParser.h"
+#include "tests/support/corpus.h"
 
 namespace {
 

@@ -19,7 +19,8 @@ namespace fuzz {
 
 inline void checkPlace(const std::string& text, std::size_t start, std::size_t length, const std::string& what) {
   if (start > text.size() || length > text.size() - start) {
-    failure("a place lies outside its text", what + " at " + std::to_string(start) + "+" + std::to_string(length) + "\n" + text);
+    failure("a place lies outside its text",
+            what + " at " + std::to_string(start) + "+" + std::to_string(length) + "\n" + text);
   }
 }
 
@@ -28,7 +29,8 @@ inline void checkDiagnostics(const std::string& text, const std::vector<lytFilte
     checkPlace(text, diagnostic.start, diagnostic.length, diagnostic.code);
     const lytFilterParser::DiagnosticCode* code = lytFilterParser::findDiagnosticCode(diagnostic.code);
     if (code == nullptr) failure("an undocumented diagnostic code", diagnostic.code + "\n" + text);
-    if (code->severity != diagnostic.severity) failure("a diagnostic with another severity than its code's", diagnostic.code);
+    if (code->severity != diagnostic.severity)
+      failure("a diagnostic with another severity than its code's", diagnostic.code);
   }
 }
 
@@ -38,7 +40,8 @@ inline void checkRefusal(const std::string& text, const std::optional<lytFilterP
     if (!error.empty()) failure("a refused text has no refusal", text + "\n" + error);
     return;
   }
-  if (refusal->message != error) failure("a refusal with another message than the library's", refusal->message + "\n" + error);
+  if (refusal->message != error)
+    failure("a refusal with another message than the library's", refusal->message + "\n" + error);
   checkPlace(text, refusal->start, refusal->length, refusal->message);
   if (refusal->suggestions.size() > 3) failure("more than three suggestions", text);
 }
@@ -56,7 +59,8 @@ inline void checkRecord(const std::string& text) {
   checkSpan(text, reading.at, "the place of a fault");
   const Record& record = reading.record;
   const auto words = [&](std::uint32_t first, std::uint32_t count, const char* what) {
-    if (first > record.words.size() || count > record.words.size() - first) failure("recorded words beyond the record", what);
+    if (first > record.words.size() || count > record.words.size() - first)
+      failure("recorded words beyond the record", what);
   };
   for (const RecordWord& word : record.words) checkSpan(text, word.span, "a recorded word");
   for (const FilterNode& node : record.nodes) {

@@ -43,7 +43,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (int version = -1; version <= 4; ++version) {
     const std::string inPlace = converted(text, TavVersion(version));
     const std::string listed = throughTokenList(text, TavVersion(version));
-    if (inPlace != listed) fuzz::failure("convert and the token-list reader disagree", text + "\n" + inPlace + "\n" + listed);
+    if (inPlace != listed)
+      fuzz::failure("convert and the token-list reader disagree", text + "\n" + inPlace + "\n" + listed);
     std::string error;
     std::string current;
     fuzz::allowMessage([&] { current = LYTKovaRequest::convert(text, TavVersion(version), error); });

@@ -46,7 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   fuzz::allowMessage([&] { request.reset(LYTKovaRequest::getLYTKovaRequest(text, error)); });
   const std::string inPlace = request ? written(*request) : error.empty() ? "<no request>" : "<message> " + error;
   const std::string listed = throughTokenList(text);
-  if (inPlace != listed) fuzz::failure("the text and token-list readers disagree", text + "\n" + inPlace + "\n" + listed);
+  if (inPlace != listed)
+    fuzz::failure("the text and token-list readers disagree", text + "\n" + inPlace + "\n" + listed);
   fuzz::checkRequestDiagnostics(text);
   if (!request) return 0;
 

@@ -16,7 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (const std::string& token : tokens) {
     if (token.empty()) fuzz::failure("empty token", text);
     if (token.find(' ') != std::string::npos) fuzz::failure("token holds a blank", token);
-    if (token.size() > 1 && token.find_first_of("[]") != std::string::npos) fuzz::failure("bracket inside a token", token);
+    if (token.size() > 1 && token.find_first_of("[]") != std::string::npos)
+      fuzz::failure("bracket inside a token", token);
     joined += token;
   }
   std::string withoutBlanks;

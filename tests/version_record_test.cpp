@@ -23,8 +23,8 @@ TEST(VersionRecord, ExportedAndReadableThroughDlsym) {
   EXPECT_STREQ(record->minorRelease, LFP_EXPECTED_RELEASE_LABEL);
   EXPECT_STREQ(record->companyName, LFP_EXPECTED_COMPANY_NAME);
   EXPECT_STREQ(record->legalCopyright, LFP_EXPECTED_COPYRIGHT);
-  const std::string expected = std::string("\nCompany Name=") + LFP_EXPECTED_COMPANY_NAME + "\nLegal Copyright=" +
-                               LFP_EXPECTED_COPYRIGHT + "\n";
+  const std::string expected =
+      std::string("\nCompany Name=") + LFP_EXPECTED_COMPANY_NAME + "\nLegal Copyright=" + LFP_EXPECTED_COPYRIGHT + "\n";
   EXPECT_NE(std::string(text).find(expected), std::string::npos) << text;
   dlclose(handle);
 }

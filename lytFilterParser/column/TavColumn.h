@@ -7,11 +7,11 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/vocab/Codes.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/column/TavColumnFilter.h"
 #include "lytFilterParser/entity/TavEntity.h"
 #include "lytFilterParser/entity/TavEntityArray.h"
-#include "lytFilterParser/base/TokenList.h"
+#include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/vocab/ValueType.h"
 
 class LFP_API TavColumn {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "lytFilterParser/Export.h"
-#include "lytFilterParser/column/TavColumn.h"
 #include "lytFilterParser/base/TokenList.h"
+#include "lytFilterParser/column/TavColumn.h"
 
 class LFP_API TavColumnArray {
  public:

@@ -69,7 +69,8 @@ class TokenSequence : public Source {
    private:
     friend class TokenSequence;
     using Position = typename Source::Position;
-    iterator(const TokenSequence* owner_, Position pos_, std::size_t close_) : owner(owner_), pos(pos_), close(close_) {}
+    iterator(const TokenSequence* owner_, Position pos_, std::size_t close_)
+        : owner(owner_), pos(pos_), close(close_) {}
     LFP_STEP bool onClose() const { return close < owner->closeCount && owner->closeAt(close) == Source::key(pos); }
 
     const TokenSequence* owner;
@@ -104,7 +105,9 @@ class TokenSequence : public Source {
   static constexpr char kClose = kCloseBracket;
   // A request closes one bare atom list, rarely more: those need no allocation.
   static constexpr std::size_t kInlineCloses = 4;
-  std::size_t closeAt(std::size_t i) const { return i < kInlineCloses ? inlineCloses[i] : moreCloses[i - kInlineCloses]; }
+  std::size_t closeAt(std::size_t i) const {
+    return i < kInlineCloses ? inlineCloses[i] : moreCloses[i - kInlineCloses];
+  }
 
   std::size_t closeCount = 0;
   std::size_t inlineCloses[kInlineCloses] = {};

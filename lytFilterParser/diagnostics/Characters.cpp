@@ -8,17 +8,20 @@ namespace lytFilterParser {
 namespace {
 
 constexpr CodePointRange kInvisible[] = {
-    {0x0000, 0x001F}, {0x007F, 0x00A0}, {0x00AD, 0x00AD}, {0x034F, 0x034F}, {0x115F, 0x1160},
-    {0x1680, 0x1680}, {0x180E, 0x180E}, {0x2000, 0x200F}, {0x2028, 0x202F}, {0x205F, 0x206F},
-    {0x3000, 0x3000}, {0x3164, 0x3164}, {0xFEFF, 0xFEFF}, {0xFFA0, 0xFFA0}, {0xFFF9, 0xFFFB},
-    {0xE0000, 0xE007F},
+    {0x0000, 0x001F}, {0x007F, 0x00A0}, {0x00AD, 0x00AD}, {0x034F, 0x034F},   {0x115F, 0x1160}, {0x1680, 0x1680},
+    {0x180E, 0x180E}, {0x2000, 0x200F}, {0x2028, 0x202F}, {0x205F, 0x206F},   {0x3000, 0x3000}, {0x3164, 0x3164},
+    {0xFEFF, 0xFEFF}, {0xFFA0, 0xFFA0}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE007F},
 };
 
 // The length of the UTF-8 sequence at text[at] and its code point; 0 for a
 // byte that starts no valid sequence.
 std::size_t decode(std::string_view text, std::size_t at, char32_t& c) {
   const unsigned char lead = static_cast<unsigned char>(text[at]);
-  const std::size_t length = lead < 0x80 ? 1 : (lead >> 5) == 0x6 ? 2 : (lead >> 4) == 0xE ? 3 : (lead >> 3) == 0x1E ? 4 : 0;
+  const std::size_t length = lead < 0x80           ? 1
+                             : (lead >> 5) == 0x6  ? 2
+                             : (lead >> 4) == 0xE  ? 3
+                             : (lead >> 3) == 0x1E ? 4
+                                                   : 0;
   if (length == 0 || at + length > text.size()) return 0;
   c = length == 1 ? lead : lead & (0xFFu >> (length + 1));
   for (std::size_t k = 1; k < length; ++k) {

@@ -32,7 +32,7 @@ LFP_API CodePointTable invisibleCharacters();
 
 // A character of a UTF-8 text that the table holds.
 struct InvisibleCharacter {
-  std::size_t length;   // bytes; 0 when the character at `at` is visible (or no valid UTF-8)
+  std::size_t length;  // bytes; 0 when the character at `at` is visible (or no valid UTF-8)
   char32_t codePoint;
 };
 

@@ -38,12 +38,14 @@ void describe(std::string_view line, const LegacyEvent& event, Findings& found) 
     case LegacyEvent::WordSkipped: {
       const bool several = textOf(line, event.span).find(' ') != std::string_view::npos;
       found.add(Code::WordSkipped, event.span,
-                word + (several ? " are" : " is") + " no legacy syntax and the conversion skips " + (several ? "them" : "it"));
+                word + (several ? " are" : " is") + " no legacy syntax and the conversion skips " +
+                    (several ? "them" : "it"));
       break;
     }
     case LegacyEvent::FilterDropped:
-      found.add(Code::FilterDropped, event.span,
-                word + " is not read: its first word names no legacy filter, and the converted request has no filter for it");
+      found.add(
+          Code::FilterDropped, event.span,
+          word + " is not read: its first word names no legacy filter, and the converted request has no filter for it");
       break;
     case LegacyEvent::OperatorSkipped:
       found.add(Code::OperatorChanged, event.span,
@@ -66,22 +68,26 @@ void describe(std::string_view line, const LegacyEvent& event, Findings& found) 
                 word + " is read as " + quoted(plain) + ": only " + quoted(negated) + " negates a legacy filter");
       break;
     case LegacyEvent::BracketSkipped:
-      found.add(Code::WordSkipped, event.span,
-                word + " stands where the filter's " + quoted(std::string(1, kOpenBracket)) + " belongs and is skipped");
+      found.add(
+          Code::WordSkipped, event.span,
+          word + " stands where the filter's " + quoted(std::string(1, kOpenBracket)) + " belongs and is skipped");
       break;
     case LegacyEvent::PassedFilter:
-      found.add(Code::FilterDropped, event.span,
-                word + " follows a plain group, after which the line is read as the current syntax: as names, not as a filter");
+      found.add(
+          Code::FilterDropped, event.span,
+          word +
+              " follows a plain group, after which the line is read as the current syntax: as names, not as a filter");
       break;
     case LegacyEvent::PassedWord:
       found.add(Code::WordMisread, event.span,
-                word + " follows a plain group, after which the line is read as the current syntax: the key column takes it as " +
+                word +
+                    " follows a plain group, after which the line is read as the current syntax: the key column takes "
+                    "it as " +
                     partName(event.part));
       break;
     case LegacyEvent::OptionRepeated:
       found.add(Code::OptionDoubled, event.span,
-                word + " gives the request a second " +
-                    (event.option == LEGACY_VALUE ? "value" : "key") +
+                word + " gives the request a second " + (event.option == LEGACY_VALUE ? "value" : "key") +
                     " column, which the older peers do not serve");
       break;
   }
@@ -105,8 +111,7 @@ void checkConverted(std::string_view line, const std::string& converted, Finding
   std::string message;
   auto& request = static_cast<NetworkKovaRequest&>(*back.request);
   if (found.empty() && !request.isValid(TavVersion(TAV_VERSION_CURRENT), message)) {
-    found.add(Code::ConvertedRefused, whole,
-              "the converted request is refused for the current peer: " + message);
+    found.add(Code::ConvertedRefused, whole, "the converted request is refused for the current peer: " + message);
   }
 }
 

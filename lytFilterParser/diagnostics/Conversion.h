@@ -16,8 +16,8 @@
 namespace lytFilterParser {
 
 struct Conversion {
-  std::string request;             // exactly what LYTKovaRequest::convert returns
-  std::optional<Refusal> refusal;  // convert's error, with its place in the line; none when it has none
+  std::string request;                  // exactly what LYTKovaRequest::convert returns
+  std::optional<Refusal> refusal;       // convert's error, with its place in the line; none when it has none
   std::vector<Diagnostic> diagnostics;  // positions in bytes of the legacy line
 };
 

@@ -3,14 +3,14 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/corpus.h"
 #include "tests/support/TestSupport.h"
+#include "tests/support/corpus.h"
 
 namespace {
 
+using lfptest::spelled;
 using lytFilterParser::Conversion;
 using lytFilterParser::convertWithDiagnostics;
-using lfptest::spelled;
 
 struct Row {
   std::string line;
@@ -20,7 +20,8 @@ struct Row {
 
 std::vector<std::string> outcome(const std::string& line, const Conversion& conversion) {
   if (!conversion.refusal) return spelled(line, conversion.diagnostics);
-  std::vector<std::string> out = {spelled(line, conversion.refusal->start, conversion.refusal->length, conversion.refusal->message)};
+  std::vector<std::string> out = {
+      spelled(line, conversion.refusal->start, conversion.refusal->length, conversion.refusal->message)};
   out.insert(out.end(), conversion.refusal->suggestions.begin(), conversion.refusal->suggestions.end());
   return out;
 }
@@ -29,7 +30,8 @@ const Row kRows[] = {
     {"garbage words here", 2, {"word-skipped:garbage words here"}},
     {"-g topsrc -y b -n 20", 2, {"word-skipped:-n 20"}},
     {"-filter [ and [[foo 1 [x]]]] -a a -y b -g topsrc", 1, {"filter-dropped:[foo 1 [x]]"}},
-    {"-filter [ and [[interface 0 [[eth0 in][eth1 out]]]]] -a i -y b -g topfw -y p", 2,
+    {"-filter [ and [[interface 0 [[eth0 in][eth1 out]]]]] -a i -y b -g topfw -y p",
+     2,
      {"filter-dropped:[eth1 out]", "option-doubled:-y p"}},
     {"-filter [ or [[src 0 [a ]][dst 0 [b ]]]] -a a -y b -g topsrc", 2, {"operator-changed:or"}},
     {"-ybx bytes -a ix -g topsrc", 2, {"word-misread:-ybx", "word-misread:bytes", "word-misread:ix"}},
@@ -43,7 +45,8 @@ const Row kRows[] = {
     {"-y p -g svc sortd", 2, {"word-misread:sortd"}},
     {"-y p -g svc acc=sum ] dir=in h1 sortd", 2, {"word-misread:acc=sum", "word-misread:dir=in"}},
     {"-y p -a i -a ix -g topsvc", 2, {"option-doubled:-a ix", "word-misread:ix"}},
-    {"-filter [ and [[interface 0 []]]] -a a -y b -g topsvc", 2,
+    {"-filter [ and [[interface 0 []]]] -a a -y b -g topsvc",
+     2,
      {"converted-unreadable:-filter [ and [[interface 0 []]]] -a a -y b -g topsvc"}},
     {"-y b", 2, {"converted-refused:-y b"}},
     {"-g src -f src a -v pkt", 2, {}},  // the current syntax after a plain group means what it says

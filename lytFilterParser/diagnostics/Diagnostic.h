@@ -29,11 +29,11 @@ enum class Severity : int {
 LFP_API std::string_view severityName(Severity severity);
 
 struct Diagnostic {
-  std::string code;      // kebab-case, one of diagnosticCodes(); stable across releases
-  Severity severity;     // the code's severity
-  std::string message;   // for people; its wording may change
-  std::size_t start;     // first byte of the text it is about
-  std::size_t length;    // bytes; 0 marks the place just before `start` (the end of the text when start is its size)
+  std::string code;     // kebab-case, one of diagnosticCodes(); stable across releases
+  Severity severity;    // the code's severity
+  std::string message;  // for people; its wording may change
+  std::size_t start;    // first byte of the text it is about
+  std::size_t length;   // bytes; 0 marks the place just before `start` (the end of the text when start is its size)
 };
 
 // One code a diagnostic may carry.

@@ -61,8 +61,10 @@ struct CodeRow {
 
 // In the order of Code.
 inline constexpr CodeRow kCodes[] = {
-    {Code::InvisibleCharacter, {"invisible-character", Severity::Warning, "an invisible or control character inside a word"}},
-    {Code::InlineComment, {"inline-comment", Severity::Warning, "\"#\" starts no comment: it and the words after it are names"}},
+    {Code::InvisibleCharacter,
+     {"invisible-character", Severity::Warning, "an invisible or control character inside a word"}},
+    {Code::InlineComment,
+     {"inline-comment", Severity::Warning, "\"#\" starts no comment: it and the words after it are names"}},
     {Code::FilterAppended, {"filter-appended", Severity::Warning, "a later -f joins the request's one filter"}},
     {Code::OperatorChanged, {"operator-changed", Severity::Warning, "a filter's operator is not the one written"}},
     {Code::OperatorIgnored, {"operator-ignored", Severity::Warning, "a compound filter without filters in it"}},
@@ -79,7 +81,8 @@ inline constexpr CodeRow kCodes[] = {
     {Code::EntityComma, {"entity-comma", Severity::Note, "a name holding a comma, probably meant as two names"}},
     {Code::PeerUnsupported, {"peer-unsupported", Severity::Warning, "the peer has no text for the request"}},
     {Code::TextUnreadable, {"text-unreadable", Severity::Warning, "the peer cannot read the text written for it"}},
-    {Code::FilterDropped, {"filter-dropped", Severity::Warning, "a filter that the written or converted request loses"}},
+    {Code::FilterDropped,
+     {"filter-dropped", Severity::Warning, "a filter that the written or converted request loses"}},
     {Code::FilterChanged, {"filter-changed", Severity::Warning, "a filter that reads back with another negation"}},
     {Code::ItemDropped, {"item-dropped", Severity::Warning, "a name that the peer's text loses"}},
     {Code::ItemAdded, {"item-added", Severity::Warning, "a name that the peer's text gains"}},
@@ -92,8 +95,10 @@ inline constexpr CodeRow kCodes[] = {
     {Code::OptionChanged, {"option-changed", Severity::Warning, "a column option that reads back otherwise"}},
     {Code::SortChanged, {"sort-changed", Severity::Warning, "the sort, its index or its updates read back otherwise"}},
     {Code::WordSkipped, {"word-skipped", Severity::Warning, "legacy words the conversion skips"}},
-    {Code::OptionDoubled, {"option-doubled", Severity::Warning, "a legacy option given twice where the older peers serve one"}},
-    {Code::ConvertedUnreadable, {"converted-unreadable", Severity::Warning, "a converted text that the reader refuses"}},
+    {Code::OptionDoubled,
+     {"option-doubled", Severity::Warning, "a legacy option given twice where the older peers serve one"}},
+    {Code::ConvertedUnreadable,
+     {"converted-unreadable", Severity::Warning, "a converted text that the reader refuses"}},
     {Code::ConvertedRefused, {"converted-refused", Severity::Warning, "a converted request that its peer refuses"}},
 };
 

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <vector>
 #include <string>
+#include <vector>
 
 #include "lytFilterParser/lytFilterParser.h"
 

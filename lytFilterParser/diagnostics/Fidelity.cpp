@@ -25,7 +25,9 @@ namespace {
 
 bool isCompound(const AbstractFilter& node) { return typeid(node) == typeid(Filter); }
 
-const Filter::Children& childrenOf(const AbstractFilter& node) { return static_cast<const Filter&>(node).getChildren(); }
+const Filter::Children& childrenOf(const AbstractFilter& node) {
+  return static_cast<const Filter&>(node).getChildren();
+}
 
 // A filter node of the request and, on the request's side, its node in the outline.
 struct Side {
@@ -89,7 +91,8 @@ class Comparison {
   Span operatorSpan(std::uint32_t index) const;
   void align(Side mine, const AbstractFilter& theirs, SmallStack<std::pair<Side, const AbstractFilter*>, 8>& pending);
   void atoms(Side mine, const AbstractFilter& theirs);
-  void items(const std::vector<Item>& mine, const std::vector<Item>& theirs, const std::vector<Span>& places, Span owner);
+  void items(const std::vector<Item>& mine, const std::vector<Item>& theirs, const std::vector<Span>& places,
+             Span owner);
   void column(const TavColumn& mine, const TavColumn& theirs, const RecordColumn* place);
   std::vector<Span> nameSpans(std::uint32_t first, std::uint32_t count) const;
   std::string refusedButAccepted(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs) const;
@@ -140,8 +143,10 @@ void Comparison::align(Side mine, const AbstractFilter& theirs,
   const bool bothCompound = isCompound(*mine.node) && isCompound(theirs);
   if (bothCompound && childrenOf(*mine.node).size() > 1 && childrenOf(theirs).size() > 1 &&
       static_cast<const Filter*>(mine.node)->getOperator() != static_cast<const Filter&>(theirs).getOperator()) {
-    const std::string_view op = wordOf<FilterOperator>(kFilterOperators, static_cast<const Filter&>(theirs).getOperator());
-    found.add(Code::OperatorChanged, operatorSpan(mine.index), "the filter reads back joined by " + quoted(op) + forPeer());
+    const std::string_view op =
+        wordOf<FilterOperator>(kFilterOperators, static_cast<const Filter&>(theirs).getOperator());
+    found.add(Code::OperatorChanged, operatorSpan(mine.index),
+              "the filter reads back joined by " + quoted(op) + forPeer());
   }
   const std::vector<Side> own = childrenSides(mine, true);
   const std::vector<Side> other = childrenSides(Side{&theirs, 0}, false);
@@ -149,14 +154,17 @@ void Comparison::align(Side mine, const AbstractFilter& theirs,
   std::size_t next = 0;
   for (const Side& child : own) {
     std::size_t match = next;
-    while (match < other.size() && match < next + kLookAhead && signature(*other[match].node) != signature(*child.node)) ++match;
+    while (match < other.size() && match < next + kLookAhead && signature(*other[match].node) != signature(*child.node))
+      ++match;
     if (match == other.size() || match == next + kLookAhead) {
       found.add(Code::FilterDropped, nodeSpan(child.index, false),
                 (isCompound(*child.node) ? std::string("this compound filter and every filter in it are")
-                                         : std::string("this filter is")) + " lost" + forPeer());
+                                         : std::string("this filter is")) +
+                    " lost" + forPeer());
       continue;
     }
-    for (; next < match; ++next) found.add(Code::FilterChanged, nodeSpan(mine.index, false), "the filter gains a part" + forPeer());
+    for (; next < match; ++next)
+      found.add(Code::FilterChanged, nodeSpan(mine.index, false), "the filter gains a part" + forPeer());
     next = match + 1;
     if (isCompound(*child.node)) {
       pending.push({child, other[match].node});
@@ -164,7 +172,8 @@ void Comparison::align(Side mine, const AbstractFilter& theirs,
       atoms(child, *other[match].node);
     }
   }
-  for (; next < other.size(); ++next) found.add(Code::FilterChanged, nodeSpan(mine.index, false), "the filter gains a part" + forPeer());
+  for (; next < other.size(); ++next)
+    found.add(Code::FilterChanged, nodeSpan(mine.index, false), "the filter gains a part" + forPeer());
 }
 
 // The operator word of a compound; for the root without one (an atom list),
@@ -188,8 +197,9 @@ void Comparison::atoms(Side mine, const AbstractFilter& theirs) {
   const auto* other = dynamic_cast<const AtomFilter*>(&theirs);
   if (own == nullptr || other == nullptr) return;
   if (own->isNegated() != other->isNegated()) {
-    found.add(Code::FilterChanged, nodeSpan(mine.index, true),
-              std::string("the filter reads back ") + (other->isNegated() ? "negated" : "without negation") + forPeer());
+    found.add(
+        Code::FilterChanged, nodeSpan(mine.index, true),
+        std::string("the filter reads back ") + (other->isNegated() ? "negated" : "without negation") + forPeer());
   }
   const FilterNode* node = located ? &outline.nodes[mine.index] : nullptr;
   items(itemsOf(*own), itemsOf(theirs), node ? nameSpans(node->firstWord, node->wordCount) : std::vector<Span>(),
@@ -203,7 +213,8 @@ void Comparison::items(const std::vector<Item>& mine, const std::vector<Item>& t
   if (mine.size() == theirs.size()) {
     for (std::size_t k = 0; k < mine.size(); ++k) {
       if (mine[k].shown != theirs[k].shown) {
-        found.add(Code::ItemChanged, at(k), quoted(mine[k].shown) + " reads back as " + quoted(theirs[k].shown) + forPeer());
+        found.add(Code::ItemChanged, at(k),
+                  quoted(mine[k].shown) + " reads back as " + quoted(theirs[k].shown) + forPeer());
       }
     }
     return;
@@ -232,8 +243,8 @@ void Comparison::items(const std::vector<Item>& mine, const std::vector<Item>& t
 // Columns of one role pair by type, in order; the rest pair by place as
 // columns of another type. A column whose partner comes earlier than the
 // partner of a column before it has moved.
-void Comparison::columns(const TavColumnArray& mine, const TavColumnArray& theirs,
-                         const RecordColumns& places, std::string_view role) {
+void Comparison::columns(const TavColumnArray& mine, const TavColumnArray& theirs, const RecordColumns& places,
+                         std::string_view role) {
   const auto placeOf = [&](std::size_t c) { return located && c < places.size() ? &places[c] : nullptr; };
   const auto wholeSpan = [&](std::size_t c) { return placeOf(c) ? placeOf(c)->whole : whole(); };
   const auto typeOf = [](const TavColumn& column) {
@@ -272,7 +283,9 @@ void Comparison::columns(const TavColumnArray& mine, const TavColumnArray& their
               "the " + kind + typeOf(mine[c]) + " reads back as " + typeOf(theirs[other]) + forPeer());
   }
   for (std::size_t c = 0; c < theirs.size(); ++c) {
-    if (!taken[c]) found.add(Code::ColumnAdded, place(Span{outline.text.size(), 0}), "the text gains a " + kind + typeOf(theirs[c]) + forPeer());
+    if (!taken[c])
+      found.add(Code::ColumnAdded, place(Span{outline.text.size(), 0}),
+                "the text gains a " + kind + typeOf(theirs[c]) + forPeer());
   }
 }
 
@@ -300,8 +313,9 @@ void Comparison::column(const TavColumn& mine, const TavColumn& theirs, const Re
                                           b.getCitrixPrintMode(), b.getUrlMode()};
   for (std::size_t o = 0; o < COLUMN_OPTION_COUNT; ++o) {
     if (own[o] == other[o]) continue;
-    found.add(Code::OptionChanged, options[o],
-              quoted(columnOptionWord(o, own[o])) + " reads back as " + quoted(columnOptionWord(o, other[o])) + forPeer());
+    found.add(
+        Code::OptionChanged, options[o],
+        quoted(columnOptionWord(o, own[o])) + " reads back as " + quoted(columnOptionWord(o, other[o])) + forPeer());
   }
   const std::vector<Span> names = place ? nameSpans(place->firstWord, place->wordCount) : std::vector<Span>();
   items(itemsOf(mine.getEntities()), itemsOf(theirs.getEntities()), names, place ? place->whole : whole());
@@ -389,8 +403,9 @@ void compareVirtualLink(std::string_view text, const E2EKovaRequest& mine, const
   }
   if (mine.getDataType() != theirs->getDataType()) {
     const Span at = located && !outline.dataTypes.empty() ? outline.dataTypes.back().type : whole;
-    found.add(Code::ItemChanged, at,
-              quoted(mine.dumpDataType()) + " reads back as " + quoted(theirs->dumpDataType()) + " for " + peerName(peer));
+    found.add(
+        Code::ItemChanged, at,
+        quoted(mine.dumpDataType()) + " reads back as " + quoted(theirs->dumpDataType()) + " for " + peerName(peer));
   }
 }
 
@@ -423,7 +438,8 @@ std::vector<Diagnostic> compare(const std::string& text, const LYTKovaRequest& r
   if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
     compareNetwork(text, *network, reading.record, located, peer, found);
   } else if (const auto* link = dynamic_cast<const E2EKovaRequest*>(&request)) {
-    compareVirtualLink(text, *link, reading.record, located && reading.request && reading.record.virtualLink, peer, found);
+    compareVirtualLink(text, *link, reading.record, located && reading.request && reading.record.virtualLink, peer,
+                       found);
   }
   return found.finish();
 }

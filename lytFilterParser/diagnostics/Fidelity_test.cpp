@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/corpus.h"
 #include "tests/support/TestSupport.h"
+#include "tests/support/corpus.h"
 
 namespace {
 
-using lytFilterParser::fidelity;
 using lfptest::spelled;
+using lytFilterParser::fidelity;
 
 struct Row {
   std::string text;
@@ -25,7 +25,8 @@ const Row kRows[] = {
     {"-f src not a -k src -v wb", 1, {}},
     {"-f interface eth0 -k src -v wb", 1, {"item-changed:eth0"}},
     {"-f interface eth0,in eth1,out -k src -v wb", 2, {"item-dropped:eth1,out"}},
-    {"-k src h1 -v wb dir=in -s bottom updates=10", 2,
+    {"-k src h1 -v wb dir=in -s bottom updates=10",
+     2,
      {"option-changed:dir=in", "sort-changed:bottom", "sort-changed:updates=10"}},
     {"-k src -v conn", 2, {"column-changed:conn"}},
     {"-k src -v wb acc=lineUtil", 1, {"mode-changed:acc=lineUtil"}},
@@ -39,7 +40,8 @@ const Row kRows[] = {
     {"-k src h1 -v wb -s top index=3", 3, {"sort-changed:index=3"}},
     {"-k src -v wb -s top index=2", 3, {"sort-changed:index=2"}},
     // Validating a telNumber value throws: the index is reported without a verdict.
-    {"-s none updates=1 index=2 -v telNumber -k tunnel", 1,
+    {"-s none updates=1 index=2 -v telNumber -k tunnel",
+     1,
      {"sort-changed:updates=1", "sort-changed:index=2", "column-changed:telNumber", "column-dropped:-k tunnel"}},
     {"-k src -v wb -v pkt -s none index=2 updates=20", 3, {"sort-changed:index=2", "sort-changed:updates=20"}},
     {"-k src -v wb -v pkt -s bottom index=2 updates=20", 3, {}},
@@ -57,7 +59,8 @@ const Row kRows[] = {
 
 TEST(Fidelity, EachLossIsNamedAtTheItemItLoses) {
   for (const Row& row : kRows) {
-    EXPECT_EQ(spelled(row.text, fidelity(row.text, TavVersion(row.peer))), row.expected) << row.text << " peer " << row.peer;
+    EXPECT_EQ(spelled(row.text, fidelity(row.text, TavVersion(row.peer))), row.expected)
+        << row.text << " peer " << row.peer;
   }
 }
 
@@ -75,7 +78,8 @@ TEST(Fidelity, AValidatedRequestIsComparedAsValidationCompletedIt) {
 
 TEST(Fidelity, TheCurrentPeerKeepsEveryRequestOfTheBenchmarkCorpus) {
   for (const bench::TextCase& c : bench::buildCorpus()) {
-    if (c.kind == bench::CaseKind::Legacy || c.kind == bench::CaseKind::LegacyRefused || c.text.size() > 100000) continue;
+    if (c.kind == bench::CaseKind::Legacy || c.kind == bench::CaseKind::LegacyRefused || c.text.size() > 100000)
+      continue;
     EXPECT_TRUE(fidelity(c.text, TavVersion(3)).empty()) << c.name;
   }
 }

@@ -65,7 +65,7 @@ bool printable8(const char* p) {
   constexpr std::uint64_t kOnes = 0x0101010101010101ull, kTops = 0x8080808080808080ull;
   std::uint64_t x;
   std::memcpy(&x, p, sizeof x);
-  const std::uint64_t low = x - 0x20 * kOnes;       // borrows into the top bit of a byte below 0x20
+  const std::uint64_t low = x - 0x20 * kOnes;            // borrows into the top bit of a byte below 0x20
   const std::uint64_t del = (x ^ 0x7F * kOnes) - kOnes;  // likewise for a byte equal to 0x7F
   return ((x | low | (del & ~(x ^ 0x7F * kOnes))) & kTops) == 0;
 }
@@ -87,7 +87,8 @@ void lintInvisible(std::string_view text, Findings& found) {
       continue;
     }
     std::size_t end = i + first.length;
-    for (InvisibleCharacter next = invisibleAt(text, end); next.length > 0; next = invisibleAt(text, end)) end += next.length;
+    for (InvisibleCharacter next = invisibleAt(text, end); next.length > 0; next = invisibleAt(text, end))
+      end += next.length;
     found.add(Code::InvisibleCharacter, Span{i, end - i},
               codePointText(first.codePoint) + " (" + std::string(characterName(first.codePoint)) + ") inside " +
                   quoted(wordAround(text, i)) + ": it is part of the word; only a blank separates words");
@@ -114,8 +115,12 @@ const Keywords& keywords() {
     Keywords list;
     for (const lytFilterParser::Word& word : vocabulary()) {
       switch (word.kind) {
-        case WordKind::ValueType: case WordKind::FilterOperator: case WordKind::Negation:
-        case WordKind::AccumulationMode: case WordKind::ColumnOption: case WordKind::SortInColumn:
+        case WordKind::ValueType:
+        case WordKind::FilterOperator:
+        case WordKind::Negation:
+        case WordKind::AccumulationMode:
+        case WordKind::ColumnOption:
+        case WordKind::SortInColumn:
         case WordKind::SortType:
           list.words.emplace(word.text, &word);
           list.firstByte[static_cast<unsigned char>(word.text[0])] = true;
@@ -131,7 +136,8 @@ const Keywords& keywords() {
 
 const lytFilterParser::Word* keywordOf(std::string_view name) {
   const Keywords& known = keywords();
-  if (name.empty() || name.size() > known.longest || !known.firstByte[static_cast<unsigned char>(name[0])]) return nullptr;
+  if (name.empty() || name.size() > known.longest || !known.firstByte[static_cast<unsigned char>(name[0])])
+    return nullptr;
   const auto found = known.words.find(name);
   return found == known.words.end() ? nullptr : found->second;
 }
@@ -154,9 +160,10 @@ void lintDirection(std::string_view item, Span at, Findings& found) {
     if (same) return;
   }
   const TavFilterDirType direction = itemDirection(suffix);
-  const std::string shown = std::string(item.substr(0, comma)) +
-                            (direction == TAV_DIR_BOTH ? std::string(" (both directions)")
-                                                       : kDirectionSeparator + std::string(wordOf<int>(kDirections, direction)));
+  const std::string shown =
+      std::string(item.substr(0, comma)) +
+      (direction == TAV_DIR_BOTH ? std::string(" (both directions)")
+                                 : kDirectionSeparator + std::string(wordOf<int>(kDirections, direction)));
   found.add(Code::WordMisread, at, quoted(item) + " is read as " + shown + ", by the first letter of its direction");
 }
 
@@ -213,7 +220,8 @@ void lintName(std::string_view word, Span at, Place place, Findings& found) {
     found.add(Code::WordMisread, at, quoted(word) + " opens or closes nothing here and is read as a name");
     return;
   }
-  const std::size_t separator = place == Place::Interfaces ? word.find(kDirectionSeparator) : word.find(kEntitySeparator);
+  const std::size_t separator =
+      place == Place::Interfaces ? word.find(kDirectionSeparator) : word.find(kEntitySeparator);
   if (separator == 0 && (place != Place::Interfaces || word.size() > 1)) {
     found.add(Code::EntityEmpty, at, quoted(word) + " has an empty name");
   }
@@ -389,7 +397,8 @@ void lintFilter(const Record& outline, Findings& found) {
   for (std::uint32_t n = 0; n < outline.nodes.size(); ++n) {
     const FilterNode& node = outline.nodes[n];
     if (node.compound && node.childCount == 0 && n > 0) {
-      found.add(Code::OperatorIgnored, node.whole, quoted(outline.textOf(node.head)) + " has no filter in it and is ignored");
+      found.add(Code::OperatorIgnored, node.whole,
+                quoted(outline.textOf(node.head)) + " has no filter in it and is ignored");
     } else if (node.compound) {
       lintConjunction(outline, n, found);
     } else if (node.wordCount == 0) {
@@ -413,7 +422,8 @@ void lintColumnOption(std::string_view word, const RecordWord& current, const Re
   const Word<int>* value = &kColumnOptions[option].values[current.value];
   const std::string_view name = kColumnOptions[option].name;
   const bool exact = value != nullptr && word.size() == name.size() + value->text.size() &&
-                     word.compare(0, name.size(), name) == 0 && word.compare(name.size(), value->text.size(), value->text) == 0;
+                     word.compare(0, name.size(), name) == 0 &&
+                     word.compare(name.size(), value->text.size(), value->text) == 0;
   if (value != nullptr && !exact) {
     found.add(Code::WordMisread, at, quoted(word) + " is read as " + quoted(columnOptionWord(option, value->code)));
   }
@@ -467,7 +477,8 @@ void lintNumber(std::string_view word, Span at, Part part, Findings& found) {
                      : quoted(std::string(name) + std::to_string(value));
   };
   if (word.compare(0, name.size(), name) != 0) {
-    found.add(Code::WordMisread, at, quoted(word) + " does not start with " + quoted(name) + ": it is read as " + read());
+    found.add(Code::WordMisread, at,
+              quoted(word) + " does not start with " + quoted(name) + ": it is read as " + read());
     return;
   }
   std::string_view number = word.substr(name.size());
@@ -482,8 +493,9 @@ void lintNumber(std::string_view word, Span at, Part part, Findings& found) {
   } else if (value == INT_MAX || value == INT_MIN) {
     const std::string_view stripped = number.substr(std::min(number.find_first_not_of('0'), number.size()));
     if (stripped.size() >= 10 && stripped != std::to_string(value).substr(value < 0 ? 1 : 0)) {
-      found.add(Code::ValueClamped, at, quoted(word) + " is beyond the numbers the reader keeps: it is read as " +
-                                            quoted(std::string(name) + std::to_string(value)));
+      found.add(Code::ValueClamped, at,
+                quoted(word) + " is beyond the numbers the reader keeps: it is read as " +
+                    quoted(std::string(name) + std::to_string(value)));
     }
   }
   if (defaulted) found.add(Code::ValueDefaulted, at, quoted(word) + " asks for " + read());
@@ -496,9 +508,10 @@ void lintSorts(const Record& outline, Findings& found) {
       const SortSetting& later = outline.sorts[s + 1];
       found.add(Code::OptionRepeated, setting.type,
                 "this sort is replaced by the later " + quoted(outline.textOf(later.type)) + " at " +
-                    atByte(later.type.start) + (later.column < 0 ? ", which starts again from index 1 and " +
-                                                  std::to_string(NetworkKovaRequest::defaultMaxUpdates) + " updates"
-                                            : std::string()));
+                    atByte(later.type.start) +
+                    (later.column < 0 ? ", which starts again from index 1 and " +
+                                            std::to_string(NetworkKovaRequest::defaultMaxUpdates) + " updates"
+                                      : std::string()));
     }
     const RecordWord* earlier[2] = {};
     for (std::uint32_t w = setting.firstWord; w < setting.firstWord + setting.wordCount; ++w) {
@@ -530,7 +543,8 @@ void lintVirtualLink(const Record& outline, Findings& found) {
     }
     for (const Word<tLytpE2eDataType>& known : kDataTypes) {
       if (type[0] == known.text[0] && known.text.compare(0, type.size(), type) != 0) {
-        found.add(Code::WordMisread, option.type, quoted(type) + " is read as " + quoted(known.text) + ", by its first letter");
+        found.add(Code::WordMisread, option.type,
+                  quoted(type) + " is read as " + quoted(known.text) + ", by its first letter");
       }
     }
     if (d + 1 < outline.dataTypes.size()) {
@@ -543,7 +557,9 @@ void lintVirtualLink(const Record& outline, Findings& found) {
 }  // namespace
 }  // namespace detail
 
-std::vector<Diagnostic> lint(const std::string& text) { return detail::lintReading(detail::readText(text, true, true)); }
+std::vector<Diagnostic> lint(const std::string& text) {
+  return detail::lintReading(detail::readText(text, true, true));
+}
 
 namespace detail {
 

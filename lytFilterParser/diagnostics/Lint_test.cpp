@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/corpus.h"
 #include "tests/support/TestSupport.h"
+#include "tests/support/corpus.h"
 
 namespace {
 
-using lytFilterParser::lint;
 using lfptest::spelled;
+using lytFilterParser::lint;
 
 struct Row {
   std::string text;
@@ -36,10 +36,14 @@ const Row kRows[] = {
     {"-k svc -v wb -s top index=2x", {"word-misread:index=2x"}},
     {"-k svc -v wb -s top xindex=2", {"word-misread:xindex=2"}},
     {"-f src 10.0.0.1\xc2\xa0-k svc -v wb", {"invisible-character:\xc2\xa0", "entity-keyword:svc"}},
-    {"-k src a\xef\xbb\xbf\xe2\x80\x8b" "b -v wb", {"invisible-character:\xef\xbb\xbf\xe2\x80\x8b"}},
+    {"-k src a\xef\xbb\xbf\xe2\x80\x8b"
+     "b -v wb",
+     {"invisible-character:\xef\xbb\xbf\xe2\x80\x8b"}},
     {"-k src a\tb -v wb", {"invisible-character:\t"}},
-    {"-k src ab\x7f" "c -v wb", {"invisible-character:\x7f"}},
-    {"-k src -v wb\r\n", {"invisible-character:\r\n"}},  // at the very end
+    {"-k src ab\x7f"
+     "c -v wb",
+     {"invisible-character:\x7f"}},
+    {"-k src -v wb\r\n", {"invisible-character:\r\n"}},                  // at the very end
     {"\xef\xbb\xbf-k src -v wb", {"invisible-character:\xef\xbb\xbf"}},  // refused, and why it is
     {"-k src # comment -v wb", {"inline-comment:# comment"}},
     {"-f src a # not really -k svc -v wb", {"inline-comment:# not really", "entity-keyword:not"}},
@@ -65,16 +69,18 @@ const Row kRows[] = {
     {"vl link -t wxyz", {"word-misread:wxyz"}},
     {"vl link x-ty wire", {"word-misread:x-ty"}},
     {"vl link -t wire -t app", {"option-repeated:wire"}},
-    {"-k src a\xe1\x9a\x80" "b -v wb", {"invisible-character:\xe1\x9a\x80"}},  // U+1680
-    {"-k src a\xf3\xa0\x80\x81 -v wb", {"invisible-character:\xf3\xa0\x80\x81"}},   // a tag character
-    {"-k src a\xc2\x85 -v wb", {"invisible-character:\xc2\x85"}},                    // a C1 control
+    {"-k src a\xe1\x9a\x80"
+     "b -v wb",
+     {"invisible-character:\xe1\x9a\x80"}},                                        // U+1680
+    {"-k src a\xf3\xa0\x80\x81 -v wb", {"invisible-character:\xf3\xa0\x80\x81"}},  // a tag character
+    {"-k src a\xc2\x85 -v wb", {"invisible-character:\xc2\x85"}},                  // a C1 control
     {"-f src 10.0.0.1 -f src not 10.0.0.1 -k svc -v wb", {"filter-unsatisfiable:-f src 10.0.0.1"}},
     {"-f and [ -f dst not b c -f svc x -f dst c b ] -k svc -v wb", {"filter-unsatisfiable:-f dst c b"}},
-    {"-f src a -f or [ -f src not a ] -k svc -v wb", {}},             // not under one "and"
-    {"-f or [ -f src a -f src not a ] -k svc -v wb", {}},             // joined by "or"
-    {"-f src a b -f src not a -k svc -v wb", {}},                     // b may match
-    {"-f src a -f dst not a -k svc -v wb", {}},                       // another type
-    {"-f src a -f src b -k svc -v wb", {}},                           // names may be subnets
+    {"-f src a -f or [ -f src not a ] -k svc -v wb", {}},  // not under one "and"
+    {"-f or [ -f src a -f src not a ] -k svc -v wb", {}},  // joined by "or"
+    {"-f src a b -f src not a -k svc -v wb", {}},          // b may match
+    {"-f src a -f dst not a -k svc -v wb", {}},            // another type
+    {"-f src a -f src b -k svc -v wb", {}},                // names may be subnets
     {"-f src -k svc -v wb", {"atom-empty:-f src"}},
     {"-f and [ -f interface not ] -k svc -v wb", {"atom-empty:-f interface not"}},
     {"-f src a,b -k svc c,d -v wb", {"entity-comma:a,b", "entity-comma:c,d"}},
@@ -127,7 +133,8 @@ TEST(Lint, TheExamplesOfTheSyntaxPageDrawOnlyTheSurprisesTheyShow) {
   std::size_t examples = 0, shown = 0;
   for (std::string line; std::getline(page, line);) {
     const std::size_t open = line.find(" '");
-    if (line.rfind("$ lytreq ", 0) != 0 || line.find(" convert ") != std::string::npos || open == std::string::npos) continue;
+    if (line.rfind("$ lytreq ", 0) != 0 || line.find(" convert ") != std::string::npos || open == std::string::npos)
+      continue;
     const std::string text = line.substr(open + 2, line.rfind('\'') - open - 2);
     const auto surprise = surprising.find(text);
     ++examples;

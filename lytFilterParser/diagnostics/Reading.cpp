@@ -27,7 +27,8 @@ bool columnsMatch(const Record& record, const RecordColumns& columns, const TavC
 bool recordFor(std::string_view text, const NetworkKovaRequest& request, Reading& reading) {
   reading = readText(text, true, true);
   const Record& record = reading.record;
-  if (!reading.request || record.virtualLink || record.nodes.empty() || !columnsMatch(record, record.keys, request.getKeys()) ||
+  if (!reading.request || record.virtualLink || record.nodes.empty() ||
+      !columnsMatch(record, record.keys, request.getKeys()) ||
       !columnsMatch(record, record.values, request.getValues())) {
     return false;
   }

@@ -4,9 +4,9 @@
 #ifndef LYTFILTERPARSER_DIAGNOSTICS_READING_H
 #define LYTFILTERPARSER_DIAGNOSTICS_READING_H
 
+#include <optional>
 #include <string>
 #include <string_view>
-#include <optional>
 #include <vector>
 
 #include "lytFilterParser/diagnostics/Diagnostic.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "lytFilterParser/diagnostics/Reading.h"
 #include "lytFilterParser/diagnostics/Characters.h"
+#include "lytFilterParser/diagnostics/Reading.h"
 #include "lytFilterParser/vocab/Syntax.h"
 
 namespace lytFilterParser {
@@ -40,7 +40,8 @@ const std::vector<Suggesting>& suggestingMessages() {
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 bool sameIgnoringCase(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
+  return a.size() == b.size() &&
+         std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
 }
 
 std::string withoutInvisible(std::string_view word) {
@@ -84,11 +85,13 @@ std::vector<std::string> suggestWords(std::string_view word, const std::vector<W
   };
   std::vector<Candidate> found;
   for (const Word& entry : vocabulary()) {
-    if (!entry.readable || (!kinds.empty() && std::find(kinds.begin(), kinds.end(), entry.kind) == kinds.end())) continue;
+    if (!entry.readable || (!kinds.empty() && std::find(kinds.begin(), kinds.end(), entry.kind) == kinds.end()))
+      continue;
     if (entry.text == word) return {};  // the word is one of them: nothing to suggest
     const std::size_t rank = detail::sameIgnoringCase(visible, entry.text) ? 0 : editDistance(visible, entry.text, 2);
     const bool close = rank == 0 || (rank <= 2 && rank < std::min(visible.size(), entry.text.size()));
-    const bool known = std::any_of(found.begin(), found.end(), [&](const Candidate& c) { return c.text == entry.text; });
+    const bool known =
+        std::any_of(found.begin(), found.end(), [&](const Candidate& c) { return c.text == entry.text; });
     if (close && !known) found.push_back(Candidate{rank, entry.text});
   }
   std::stable_sort(found.begin(), found.end(), [](const Candidate& a, const Candidate& b) { return a.rank < b.rank; });

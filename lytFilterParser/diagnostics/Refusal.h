@@ -16,9 +16,9 @@
 namespace lytFilterParser {
 
 struct Refusal {
-  std::string message;  // exactly the library's message
-  std::size_t start;    // bytes of the text: the word the message is about,
-  std::size_t length;   // or (length 0) the end when the text ends too early
+  std::string message;                   // exactly the library's message
+  std::size_t start;                     // bytes of the text: the word the message is about,
+  std::size_t length;                    // or (length 0) the end when the text ends too early
   std::vector<std::string> suggestions;  // at most 3 vocabulary words, the closest first
 };
 

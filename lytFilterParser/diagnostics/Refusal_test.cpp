@@ -4,15 +4,15 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/corpus.h"
 #include "tests/support/TestSupport.h"
+#include "tests/support/corpus.h"
 
 namespace {
 
+using lfptest::spelled;
 using lytFilterParser::readRefusal;
 using lytFilterParser::Refusal;
 using lytFilterParser::WordKind;
-using lfptest::spelled;
 
 // "message:WORD" (TestSupport.h), then the suggestions.
 std::vector<std::string> outcome(const std::string& text) {

@@ -100,7 +100,8 @@ std::optional<Refusal> validate(const std::string& text, NetworkKovaRequest& req
   if (detail::Validator::isValid(request, peer, message, &blame)) return std::nullopt;
   // The text is read again, for the places, only when validation refuses.
   detail::Reading reading;
-  const Span at = detail::recordFor(text, request, reading) ? detail::blamedPlace(reading.record, blame) : Span{0, text.size()};
+  const Span at =
+      detail::recordFor(text, request, reading) ? detail::blamedPlace(reading.record, blame) : Span{0, text.size()};
   return Refusal{std::move(message), at.start, at.length, {}};
 }
 

@@ -9,8 +9,8 @@
 
 namespace {
 
-using lytFilterParser::Refusal;
 using lfptest::spelled;
+using lytFilterParser::Refusal;
 
 // "message:WORD" (TestSupport.h), or "valid".
 std::string outcome(const std::string& text, int peer) {

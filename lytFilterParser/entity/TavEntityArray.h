@@ -9,8 +9,8 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/entity/TavEntity.h"
 #include "lytFilterParser/base/TokenList.h"
+#include "lytFilterParser/entity/TavEntity.h"
 
 class LFP_API TavEntityArray {
  public:

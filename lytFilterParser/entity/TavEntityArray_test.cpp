@@ -34,11 +34,9 @@ TEST(TavEntityArray, EqualityIgnoresOrderAndMultiplicity) {
     strList left, right;
     bool equal;
   } cases[] = {
-      {{"a", "b"}, {"b", "a"}, true},
-      {{"a", "a"}, {"a", "b"}, true},   // multiplicity is not counted
-      {{"a", "b"}, {"a", "a"}, false},  // but every left entity needs a partner
-      {{"a"}, {"a", "a"}, false},
-      {{"a<>x"}, {"a"}, false},
+      {{"a", "b"}, {"b", "a"}, true},  {{"a", "a"}, {"a", "b"}, true},  // multiplicity is not counted
+      {{"a", "b"}, {"a", "a"}, false},                                  // but every left entity needs a partner
+      {{"a"}, {"a", "a"}, false},      {{"a<>x"}, {"a"}, false},
   };
   // The same cases between long lists, which are compared through a sorted
   // index instead of a search per entity: twenty shared entities on each side.

@@ -7,8 +7,8 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/filter/AbstractFilter.h"
 #include "lytFilterParser/base/TokenList.h"
+#include "lytFilterParser/filter/AbstractFilter.h"
 #include "lytFilterParser/vocab/ValueType.h"
 
 class LFP_API AtomFilter : public AbstractFilter {

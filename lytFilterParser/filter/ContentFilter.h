@@ -6,9 +6,9 @@
 #include <string>
 
 #include "lytFilterParser/Export.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/entity/TavEntityArray.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
-#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/vocab/ValueType.h"
 
 class LFP_API ContentFilter : public ContentFilterBase {

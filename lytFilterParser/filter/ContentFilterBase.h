@@ -8,9 +8,9 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/entity/TavEntityArray.h"
 #include "lytFilterParser/filter/AtomFilter.h"
-#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/vocab/ValueType.h"
 
 class LFP_API ContentFilterBase : public AtomFilter {

@@ -13,9 +13,9 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/vocab/Codes.h"
-#include "lytFilterParser/filter/AbstractFilter.h"
 #include "lytFilterParser/base/TokenList.h"
+#include "lytFilterParser/filter/AbstractFilter.h"
+#include "lytFilterParser/vocab/Codes.h"
 
 class LFP_API Filter : public AbstractFilter {
  public:

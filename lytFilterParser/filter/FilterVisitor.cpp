@@ -18,8 +18,7 @@ bool walkFilterTree(const Filter& root, FilterVisitor& visitor) {
   std::size_t depth = 0;
   if (!visitor.enter(root, depth)) return false;
   const bool walked = detail::walkFilter(
-      root,
-      [&](const Filter& filter) { return visitor.enter(filter, ++depth); },
+      root, [&](const Filter& filter) { return visitor.enter(filter, ++depth); },
       [&](const Filter& filter) { return visitor.leave(filter, depth--); },
       [&](const AbstractFilter& node) {
         struct Atom {

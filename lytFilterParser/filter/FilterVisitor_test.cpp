@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "tests/support/TestSupport.h"
 #include "lytFilterParser/filter/FilterVisitor.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 

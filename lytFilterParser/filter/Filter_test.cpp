@@ -75,4 +75,3 @@ TEST(FilterTest, CopiesAreDeep) {
 }
 
 }  // namespace
-

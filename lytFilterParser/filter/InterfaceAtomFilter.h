@@ -7,10 +7,10 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/filter/AtomFilter.h"
 #include "lytFilterParser/filter/InterfaceInfo.h"
 #include "lytFilterParser/filter/InterfaceInfoList.h"
-#include "lytFilterParser/base/TokenList.h"
 
 class LFP_API InterfaceAtomFilter : public AtomFilter {
  public:

@@ -17,9 +17,12 @@ TEST(InterfaceInfoTest, ReadsOneTokenWithoutMovingTheCursor) {
     TavFilterDirType direction;
     const char* dump;
   } cases[] = {
-      {"eth0", "eth0", TAV_DIR_BOTH, "eth0"},          {"eth0,Inbound", "eth0", TAV_DIR_IN, "eth0,in"},
-      {"eth0,out", "eth0", TAV_DIR_OUT, "eth0,out"},   {"eth0,x", "eth0", TAV_DIR_BOTH, "eth0"},
-      {"eth0,", "eth0,", TAV_DIR_BOTH, "eth0,"},       {"eth0,,in", "eth0", TAV_DIR_BOTH, "eth0"},
+      {"eth0", "eth0", TAV_DIR_BOTH, "eth0"},
+      {"eth0,Inbound", "eth0", TAV_DIR_IN, "eth0,in"},
+      {"eth0,out", "eth0", TAV_DIR_OUT, "eth0,out"},
+      {"eth0,x", "eth0", TAV_DIR_BOTH, "eth0"},
+      {"eth0,", "eth0,", TAV_DIR_BOTH, "eth0,"},
+      {"eth0,,in", "eth0", TAV_DIR_BOTH, "eth0"},
       {",in", "", TAV_DIR_IN, ",in"},
   };
   for (const auto& c : cases) {

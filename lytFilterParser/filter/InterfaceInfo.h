@@ -7,8 +7,8 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/base/TokenList.h"
+#include "lytFilterParser/vocab/Codes.h"
 
 // Final: dump() is virtual but the destructor is not, so nothing may derive
 // from it and be destroyed through an InterfaceInfo.

@@ -7,9 +7,9 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/vocab/Codes.h"
-#include "lytFilterParser/request/LYTKovaRequest.h"
 #include "lytFilterParser/base/TokenList.h"
+#include "lytFilterParser/request/LYTKovaRequest.h"
+#include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
 
 class LFP_API E2EKovaRequest : public LYTKovaRequest {

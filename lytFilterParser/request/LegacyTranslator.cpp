@@ -96,7 +96,8 @@ class Translation {
     if (cur == end) return refuse("Invalid key type");
     const LegacyGroup* row = legacyGroup(*cur);
     if (row == nullptr) return refuse("Invalid key type");
-    if (trace != nullptr && groups++ > 0) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_GROUP);
+    if (trace != nullptr && groups++ > 0)
+      note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_GROUP);
     ++cur;
     emit(kValueTypes[row->keyType].keyword);
     if (row->top) {
@@ -164,8 +165,8 @@ class Translation {
     } else if (columnWords) {
       const Part part = token.find(kAccumulationName) != std::string_view::npos ? Part::Accumulation
                         : token.find(kSortColumnName) != std::string_view::npos ? Part::SortWord
-                        : token.find('=') != std::string_view::npos         ? Part::ColumnOption
-                                                                              : Part::Name;
+                        : token.find('=') != std::string_view::npos             ? Part::ColumnOption
+                                                                                : Part::Name;
       if (part == Part::Name) {
         columnWords = false;
       } else {

@@ -9,8 +9,8 @@
 // syntax, in Reader.cpp and Printer.cpp; validation and column mapping have
 // files of their own.
 
-NetworkKovaRequest::NetworkKovaRequest(const Filter& filter_, const TavColumnArray& keys_, const TavColumnArray& values_,
-                                       TavSortType sortType_, int sortIndex_)
+NetworkKovaRequest::NetworkKovaRequest(const Filter& filter_, const TavColumnArray& keys_,
+                                       const TavColumnArray& values_, TavSortType sortType_, int sortIndex_)
     : filter(filter_),
       keys(keys_),
       values(values_),

@@ -10,12 +10,12 @@
 
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/vocab/Codes.h"
+#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/column/TavColumn.h"
 #include "lytFilterParser/column/TavColumnArray.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/request/LYTKovaRequest.h"
-#include "lytFilterParser/base/TokenList.h"
+#include "lytFilterParser/vocab/Codes.h"
 
 class LFP_API NetworkKovaRequest : public LYTKovaRequest {
  public:

@@ -2,9 +2,9 @@
 #include <cstdio>
 #include <mutex>
 
-#include "lytFilterParser/vocab/ColumnAllocation.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
+#include "lytFilterParser/vocab/ColumnAllocation.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
 
 using lytFilterParser::detail::fail;
@@ -21,7 +21,8 @@ std::vector<std::string> NetworkKovaRequest::getKovaColumns() const {
   lytFilterParser::detail::nextOpenColumnLocked(QULET_VT_NONE);
   for (const TavColumnArray* columns : {&keys, &values}) {
     for (const TavColumn& column : *columns) {
-      const int index = lytFilterParser::detail::nextOpenColumnLocked(lytFilterParser::getKovaType(column.getValueType()));
+      const int index =
+          lytFilterParser::detail::nextOpenColumnLocked(lytFilterParser::getKovaType(column.getValueType()));
       if (index < 0) fail("failed to map kova columns");
       char buffer[16];
       std::snprintf(buffer, sizeof buffer, "%d", index + 1);

@@ -110,7 +110,8 @@ TEST(NetworkKovaRequestModuleNames, CollectsFilterThenKeyColumns) {
   EXPECT_EQ(readRequest(kNamedRequest)->getModuleNames(), (strList{"h1", "h2", "h3"}));
   // Source, destination, ip and tunnel atoms, depth first; every key column.
   EXPECT_EQ(readRequest("-f src a -f svc b -f or [ -f dst c -f interface eth0 ] -f tunnel t -f ip d -f fwrule r "
-                        "-k svc s1 -k connId 5 -v wb")->getModuleNames(),
+                        "-k svc s1 -k connId 5 -v wb")
+                ->getModuleNames(),
             (strList{"a", "c", "t", "d", "s1", "5"}));
   auto request = readRequest("-f svc http -f interface eth0 -k src -v wb x");
   EXPECT_TRUE(request->getModuleNames().empty());
@@ -126,12 +127,18 @@ TEST(NetworkKovaRequestModuleNames, SubstitutesResolvedNamesOrThrows) {
     strList oldNames, newNames;
     std::string message, written;  // message "": substituted
   } cases[] = {
-      {{"h1", "h2", "h3", "extra"}, {"a", "b", "c", "d"}, "",
+      {{"h1", "h2", "h3", "extra"},
+       {"a", "b", "c", "d"},
+       "",
        "-f and [ -f src  h1<>a h2<>b" + tail + "h3<>c -v wb acc=rate v1 "},
       {{"h1", "X", "h3"}, {"a", "b", "c"}, "X", "-f and [ -f src  h1<>a h2" + tail + "h3 -v wb acc=rate v1 "},
-      {{"h1", "h2"}, {"a", "b", "c"}, "setModuleNames: the request has 3 module names but 2 old names were given",
+      {{"h1", "h2"},
+       {"a", "b", "c"},
+       "setModuleNames: the request has 3 module names but 2 old names were given",
        untouched},
-      {{"h1", "h2", "h3"}, {"a", "b"}, "setModuleNames: the request has 3 module names but 2 new names were given",
+      {{"h1", "h2", "h3"},
+       {"a", "b"},
+       "setModuleNames: the request has 3 module names but 2 new names were given",
        untouched},
   };
   for (auto c : cases) {

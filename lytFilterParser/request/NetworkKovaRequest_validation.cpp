@@ -59,7 +59,8 @@ std::size_t keyOfType(const TavColumnArray& keys, TavValType type) {
 }
 
 bool checkCounts(const TavColumnArray& keys, const TavColumnArray& values, std::string& error, Culprit blame) {
-  if (keys.size() > kMaxKeys) return blame(Blame::KeyColumn, kMaxKeys), refuse(error, "Number of keys reach the max number");
+  if (keys.size() > kMaxKeys)
+    return blame(Blame::KeyColumn, kMaxKeys), refuse(error, "Number of keys reach the max number");
   if (values.size() > kMaxValues) {
     return blame(Blame::ValueColumn, kMaxValues), refuse(error, "Number of vals reach the max number");
   }
@@ -73,7 +74,8 @@ bool checkKeys(const TavColumnArray& keys, Keys& found, std::string& error, Culp
     if (keys[position].getEntities().size() != found.entries) {
       return blame(Blame::KeyColumn, position), refuse(error, "Number of entries for each key must be equal");
     }
-    if (!hasPlace(type, place::kAsKey)) return blame(Blame::KeyType, position), refuse(error, "Invalid type for key: ", type);
+    if (!hasPlace(type, place::kAsKey))
+      return blame(Blame::KeyType, position), refuse(error, "Invalid type for key: ", type);
     found.qsrule += type == TAV_QSRULE;
     found.connId += type == TAV_CONNID;
     found.interfaces += type == TAV_INTERFACE;
@@ -99,7 +101,8 @@ std::size_t restrictingOption(const TavColumnFilter& filter) {
   const int fields[] = {filter.getDirection(), filter.getEncryptionMode(), filter.getCompressionMode(),
                         filter.getCitrixPrintMode()};
   std::size_t o = 0;
-  while (o < sizeof fields / sizeof fields[0] && fields[o] == lytFilterParser::detail::kColumnOptions[o].unrestricted) ++o;
+  while (o < sizeof fields / sizeof fields[0] && fields[o] == lytFilterParser::detail::kColumnOptions[o].unrestricted)
+    ++o;
   return o;
 }
 
@@ -153,9 +156,9 @@ bool checkCombinations(const Keys& found, const TavColumnArray& keys, const TavC
                        int concurrent, std::string& error, Culprit blame) {
   if (concurrent > 0) {
     const char* message = found.connId > 0       ? "Can't use Concurrent Connections with Individual views"
-                           : found.qsrule > 0     ? "Can't use Concurrent Connections views with QS rules"
-                           : found.interfaces > 0 ? "Can't use Concurrent Connections views with Interface"
-                                                  : nullptr;
+                          : found.qsrule > 0     ? "Can't use Concurrent Connections views with QS rules"
+                          : found.interfaces > 0 ? "Can't use Concurrent Connections views with Interface"
+                                                 : nullptr;
     const TavValType culprit = found.connId > 0 ? TAV_CONNID : found.qsrule > 0 ? TAV_QSRULE : TAV_INTERFACE;
     if (message != nullptr) return blame(Blame::KeyType, keyOfType(keys, culprit)), refuse(error, message);
   }
@@ -197,7 +200,8 @@ bool checkLegacy(const TavColumnArray& keys, const TavColumnArray& values, std::
   if (!hasPlace(values[0].getValueType(), place::kLegacyValue)) {
     return blame(Blame::ValueType, 0), refuse(error, "Invalid type for value: ", values[0].getValueType());
   }
-  if (values[0].getAccType() == TAV_ACC_SUM) return blame(Blame::ValueMode, 0), refuse(error, "Invalid accumulation mode");
+  if (values[0].getAccType() == TAV_ACC_SUM)
+    return blame(Blame::ValueMode, 0), refuse(error, "Invalid accumulation mode");
   return true;
 }
 
@@ -238,7 +242,8 @@ bool Validator::isValid(NetworkKovaRequest& request, TavVersion version, std::st
         !checkCombinations(found, keys, values, sessions, concurrent, error, blame)) {
       return false;
     }
-    if (version >= TAV_VERSION_UNSUPPORTED && version <= TAV_VERSION_LEGACY_2 && !checkLegacy(keys, values, error, blame)) {
+    if (version >= TAV_VERSION_UNSUPPORTED && version <= TAV_VERSION_LEGACY_2 &&
+        !checkLegacy(keys, values, error, blame)) {
       return false;
     }
   }

@@ -222,13 +222,14 @@ std::size_t filterTextSize(const Filter& filter) {
     size += 16;
     return true;
   };
-  walkFilter(filter, compound, [](const Filter&) { return true; },
-             [&size](const AbstractFilter& node) {
-               const ContentFilter* content =
-                   isExactly<ContentFilter>(node) ? static_cast<const ContentFilter*>(&node) : nullptr;
-               size += content != nullptr ? 32 + entityTextSize(content->getEntities()) : 64;
-               return true;
-             });
+  walkFilter(
+      filter, compound, [](const Filter&) { return true; },
+      [&size](const AbstractFilter& node) {
+        const ContentFilter* content =
+            isExactly<ContentFilter>(node) ? static_cast<const ContentFilter*>(&node) : nullptr;
+        size += content != nullptr ? 32 + entityTextSize(content->getEntities()) : 64;
+        return true;
+      });
   return size;
 }
 
@@ -411,8 +412,7 @@ std::string NetworkKovaRequest::dump(TavVersion version) const {
 }
 
 std::string E2EKovaRequest::dumpDataType() const {
-  return std::string(
-      lytFilterParser::detail::wordOf<tLytpE2eDataType>(lytFilterParser::detail::kDataTypes, dataType));
+  return std::string(lytFilterParser::detail::wordOf<tLytpE2eDataType>(lytFilterParser::detail::kDataTypes, dataType));
 }
 
 std::string E2EKovaRequest::dump() const {

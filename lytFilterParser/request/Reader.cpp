@@ -129,7 +129,8 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
   }
   // A column as recorded: its option, its type and the words from `first` on.
   const auto recordColumn = [&](RecordColumns& list, Span option, Span type, std::uint32_t first) {
-    list.push_back(RecordColumn{option, type, upTo(option, spanAt(tokens, cur)), first, countOf(record->words.size()) - first});
+    list.push_back(
+        RecordColumn{option, type, upTo(option, spanAt(tokens, cur)), first, countOf(record->words.size()) - first});
   };
   while (cur != tokens.end()) {
     const std::string_view option = *cur;
@@ -178,8 +179,7 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
         ++cur;
         read = filterOption(request, tokens, cur, listEnd, at);
         break;
-      default:
-        return refuse("Invalid option: ", option);
+      default: return refuse("Invalid option: ", option);
     }
     if (!read) return false;
   }
@@ -211,8 +211,8 @@ bool Reader::legacyRequest(NetworkKovaRequest& request, Tokens& tokens, TavVersi
 // ---------------------------------------------------------------------------
 
 template <class Tokens>
-bool Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
-                          ListEnd<Tokens>& listEnd, Span option) {
+bool Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur, ListEnd<Tokens>& listEnd,
+                          Span option) {
   if (cur == tokens.end()) return refuse(kNoType);
   FilterOption* const recorded =
       recording<Tokens> ? &record->filterOptions.push_back(FilterOption{option, Span{}, option}) : nullptr;
@@ -742,13 +742,17 @@ InterfaceAtomFilter::InterfaceAtomFilter(strList& tokens, strIter& cur) : AtomFi
   Reader::interfaceFilter(*this, tokens, cur);
 }
 
-void InterfaceAtomFilter::parseInterfaceInfoList(strList& tokens, strIter& cur) { Reader::interfaces(*this, tokens, cur); }
+void InterfaceAtomFilter::parseInterfaceInfoList(strList& tokens, strIter& cur) {
+  Reader::interfaces(*this, tokens, cur);
+}
 
 InterfaceInfo::InterfaceInfo(strList& tokens, strIter& cur) : direction(TAV_DIR_BOTH) {
   Reader::interfaceInfo(*this, tokens, cur);
 }
 
-void InterfaceInfo::parseDirection(const std::string& suffix) { direction = lytFilterParser::detail::itemDirection(suffix); }
+void InterfaceInfo::parseDirection(const std::string& suffix) {
+  direction = lytFilterParser::detail::itemDirection(suffix);
+}
 
 TavColumn::TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string& sortOption) : TavColumn(role) {
   Reader reader;
@@ -790,8 +794,8 @@ TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
   // "sort=" and a sort type; anything else is no sort.
   const std::string_view prefix = lytFilterParser::detail::kSortColumnPrefix;
   if (option.compare(0, prefix.size(), prefix) != 0) return TAV_SORT_NONE;
-  const TavSortType* type = lytFilterParser::detail::codeOf<TavSortType>(lytFilterParser::detail::kSortTypes,
-                                                                         std::string_view(option).substr(prefix.size()));
+  const TavSortType* type = lytFilterParser::detail::codeOf<TavSortType>(
+      lytFilterParser::detail::kSortTypes, std::string_view(option).substr(prefix.size()));
   return type != nullptr ? *type : TAV_SORT_NONE;
 }
 

@@ -68,8 +68,8 @@ struct Reader {
 
   // After "-f" at `option`; `listEnd` remembers where bare atom lists end.
   template <class Tokens>
-  bool filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur,
-                    ListEnd<Tokens>& listEnd, Span option);
+  bool filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur, ListEnd<Tokens>& listEnd,
+                    Span option);
   // Operator, optional "[", the "-f" items, the matching "]".
   template <class Tokens>
   bool compound(Filter& filter, Tokens& tokens, Iter<Tokens>& cur);

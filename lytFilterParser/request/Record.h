@@ -69,8 +69,8 @@ struct RecordColumn {
 // A word that sets the request's sort: a "-s" option, or "sort=top" or
 // "sort=bottom" in a value column.
 struct SortSetting {
-  Span option;  // "-s", or the column's sort word
-  Span type;    // the sort type word, or the column's sort word
+  Span option;                  // "-s", or the column's sort word
+  Span type;                    // the sort type word, or the column's sort word
   int column = -1;              // the value column of a sort word, -1 for "-s"
   std::uint32_t firstWord = 0;  // the "index=" and "updates=" words after "-s"
   std::uint32_t wordCount = 0;

@@ -3,15 +3,15 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/TestSupport.h"
 #include "lytFilterParser/request/Record.h"
+#include "tests/support/TestSupport.h"
 
 namespace {
 
 using lytFilterParser::Span;
 using lytFilterParser::detail::Part;
-using lytFilterParser::detail::readText;
 using lytFilterParser::detail::Reading;
+using lytFilterParser::detail::readText;
 using lytFilterParser::detail::Record;
 
 std::string at(const Record& record, Span span) { return std::string(record.textOf(span)); }
@@ -21,18 +21,20 @@ std::string wordAt(const std::string& text, Span span) {
   if (span.length == 0) return span.start == text.size() ? "$" : "@" + std::to_string(span.start);
   const std::string word = text.substr(span.start, span.length);
   int occurrence = 1;
-  for (std::size_t i = text.find(word); i != std::string::npos && i < span.start; i = text.find(word, i + 1)) ++occurrence;
+  for (std::size_t i = text.find(word); i != std::string::npos && i < span.start; i = text.find(word, i + 1))
+    ++occurrence;
   return word + (occurrence > 1 ? "#" + std::to_string(occurrence) : "");
 }
 
 // Every item the reader builds is recorded with the words it read it from.
 TEST(Record, EveryItemStandsOnTheWordsItWasReadFrom) {
-  const std::string text = "-f src a b -f or [ -f dst c -f interface not eth0,in ] -k svc -v wb acc=rate dir=in "
-                           "sort=top -v pkt h -s top index=2 updates=5";
+  const std::string text =
+      "-f src a b -f or [ -f dst c -f interface not eth0,in ] -k svc -v wb acc=rate dir=in "
+      "sort=top -v pkt h -s top index=2 updates=5";
   const Reading reading = readText(text, true, true);
   ASSERT_TRUE(reading.request);
   const Record& record = reading.record;
-  ASSERT_EQ(record.nodes.size(), 5u);  // the root, "src", "or", its "dst" and "interface"
+  ASSERT_EQ(record.nodes.size(), 5u);          // the root, "src", "or", its "dst" and "interface"
   EXPECT_EQ(record.nodes[0].head.length, 0u);  // an atom list: an implied "and"
   EXPECT_EQ(at(record, record.nodes[0].whole), text.substr(0, text.find(" -k")));
   EXPECT_EQ(record.nodes[0].childCount, 2u);
@@ -88,8 +90,11 @@ TEST(Record, AVirtualLinkRecordsItsNameAndDataTypes) {
 // A refusal stands on the word the message names, or at the end.
 TEST(Record, AFaultStandsWhereTheReaderStopped) {
   const std::vector<std::pair<std::string, std::string>> rows = {
-      {"-k svc -v wb acc=rates", "acc=rates"}, {"-f and [ -f src a", "$"}, {"-k svc -x", "-x"},
-      {"-f src a -k Svc -v wb", "Svc"},       {"-f and [ -f src a ] ] -k svc", "]#2"},
+      {"-k svc -v wb acc=rates", "acc=rates"},
+      {"-f and [ -f src a", "$"},
+      {"-k svc -x", "-x"},
+      {"-f src a -k Svc -v wb", "Svc"},
+      {"-f and [ -f src a ] ] -k svc", "]#2"},
   };
   for (const auto& [text, word] : rows) {
     const Reading reading = readText(text, true);

@@ -108,7 +108,8 @@ std::vector<int> mapKovaColumn(const DravoColumnDefinition* columns, unsigned co
   for (unsigned c = 0; c < count; ++c) {
     const char* name = columns[c].name;
     if (name == nullptr) return std::vector<int>();
-    if (std::strcmp(name, "time") == 0 || std::strcmp(name, "diffFromUTC") == 0 || std::strcmp(name, "messageID") == 0) {
+    if (std::strcmp(name, "time") == 0 || std::strcmp(name, "diffFromUTC") == 0 ||
+        std::strcmp(name, "messageID") == 0) {
       continue;
     }
     int found = -1;

@@ -37,9 +37,9 @@ struct LegacyGroup {
   bool top;
 };
 inline constexpr LegacyGroup kLegacyGroups[] = {
-    {"topfw", TAV_FWRULE, true},   {"topsrc", TAV_SRC, true}, {"topdst", TAV_DST, true}, {"topip", TAV_IP, true},
-    {"topqsrule", TAV_QSRULE, true}, {"topsvc", TAV_SVC, true}, {"src", TAV_SRC, false},  {"dst", TAV_DST, false},
-    {"svc", TAV_SVC, false},       {"qsrule", TAV_QSRULE, false}, {"ip", TAV_IP, false},
+    {"topfw", TAV_FWRULE, true},     {"topsrc", TAV_SRC, true},     {"topdst", TAV_DST, true}, {"topip", TAV_IP, true},
+    {"topqsrule", TAV_QSRULE, true}, {"topsvc", TAV_SVC, true},     {"src", TAV_SRC, false},   {"dst", TAV_DST, false},
+    {"svc", TAV_SVC, false},         {"qsrule", TAV_QSRULE, false}, {"ip", TAV_IP, false},
 };
 constexpr Rows<LegacyGroup> legacyGroups() { return kLegacyGroups; }
 // The row of `word` (exact), or nullptr.

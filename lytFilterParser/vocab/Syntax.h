@@ -127,12 +127,8 @@ inline constexpr Word<int> kYesNo[] = {
 };
 
 inline constexpr Word<int> kUrlModes[] = {
-    {"full", 0, "the whole URL"},
-    {"host_path", 4, "host and path"},
-    {"scheme_host", 5, "scheme and host"},
-    {"host", 1, "the host"},
-    {"path", 2, "the path"},
-    {"scheme", 3, "the scheme"},
+    {"full", 0, "the whole URL"}, {"host_path", 4, "host and path"}, {"scheme_host", 5, "scheme and host"},
+    {"host", 1, "the host"},      {"path", 2, "the path"},           {"scheme", 3, "the scheme"},
 };
 
 // One column option: its name (ending in "="), where the search for its

@@ -43,13 +43,13 @@ struct ValueTypeRow {
 constexpr unsigned accumulationBit(TavAccType acc) { return 1u << static_cast<unsigned>(acc); }
 
 inline constexpr unsigned kAddressPlaces = kInFilter | kAsKey | kLegacyKey | kLegacyFilter | kModuleNames;
-inline constexpr unsigned kByteModes = accumulationBit(TAV_ACC_RATE) | accumulationBit(TAV_ACC_LINEUTIL) | accumulationBit(TAV_ACC_SUM);
+inline constexpr unsigned kByteModes =
+    accumulationBit(TAV_ACC_RATE) | accumulationBit(TAV_ACC_LINEUTIL) | accumulationBit(TAV_ACC_SUM);
 
 // Every value type on one row, by code. Adding a type is adding a row here
 // (and its code to TavValType).
 inline constexpr ValueTypeRow kValueTypes[] = {
-    {TAV_SVC, "svc", true, QULET_VT_STRING, kInFilter | kAsKey | kLegacyKey | kLegacyFilter, 0, -1, nullptr,
-     "service"},
+    {TAV_SVC, "svc", true, QULET_VT_STRING, kInFilter | kAsKey | kLegacyKey | kLegacyFilter, 0, -1, nullptr, "service"},
     {TAV_SRC, "src", true, QULET_VT_STRING, kAddressPlaces, 0, -1, nullptr, "source: address, subnet or module name"},
     {TAV_DST, "dst", true, QULET_VT_STRING, kAddressPlaces, 0, -1, nullptr,
      "destination: address, subnet or module name"},
@@ -63,18 +63,18 @@ inline constexpr ValueTypeRow kValueTypes[] = {
      "connection id: one row per connection"},
     {TAV_URL, "url", true, QULET_VT_STRING, kInFilter | kAsKey | kNeedsSessionValues, 0, -1, nullptr,
      "URL; as a key, with session values only"},
-    {TAV_TELNUMBER, "telNumber", false, QULET_VT_STRING, kAsKey | kNotWithSession, 0, -1, nullptr,
-     "telephone number"},
+    {TAV_TELNUMBER, "telNumber", false, QULET_VT_STRING, kAsKey | kNotWithSession, 0, -1, nullptr, "telephone number"},
     {TAV_INTERFACE, "interface", true, QULET_VT_STRING, kInFilter | kAsKey, 0, -1, nullptr,
      "network interface; in a filter, NAME or NAME,in or NAME,out"},
     {TAV_ORIENTATION, "orientation", true, QULET_VT_INT32, kInFilter | kAsKey | kNotWithSession, 0, -1, nullptr,
      "traffic orientation"},
     {TAV_AB, "ab", true, QULET_VT_INT64, kAsValue, kByteModes, -1, nullptr, "application bytes"},
     {TAV_WB, "wb", true, QULET_VT_INT64, kAsValue | kLegacyValue, kByteModes, -1, nullptr, "wire bytes"},
-    {TAV_PKT, "pkt", true, QULET_VT_INT64, kAsValue | kLegacyValue, accumulationBit(TAV_ACC_RATE) | accumulationBit(TAV_ACC_SUM), -1,
-     nullptr, "packets"},
-    {TAV_CONN, "conn", true, QULET_VT_INT64, kAsValue | kLegacyValue, accumulationBit(TAV_ACC_CONCURRENT) | accumulationBit(TAV_ACC_NEW),
-     TAV_ACC_CONCURRENT, "Can't use Per Connection with column filter", "connections: concurrent or new"},
+    {TAV_PKT, "pkt", true, QULET_VT_INT64, kAsValue | kLegacyValue,
+     accumulationBit(TAV_ACC_RATE) | accumulationBit(TAV_ACC_SUM), -1, nullptr, "packets"},
+    {TAV_CONN, "conn", true, QULET_VT_INT64, kAsValue | kLegacyValue,
+     accumulationBit(TAV_ACC_CONCURRENT) | accumulationBit(TAV_ACC_NEW), TAV_ACC_CONCURRENT,
+     "Can't use Per Connection with column filter", "connections: concurrent or new"},
     {TAV_SESSION, "session", true, QULET_VT_INT64, kAsValue, accumulationBit(TAV_ACC_NEW), TAV_ACC_NEW,
      "Can't use Per Session with column filter", "new sessions"},
     {TAV_PKTRANGE, "pktRange", true, QULET_VT_STRING, kAsKey | kNotWithSession, 0, -1, nullptr,

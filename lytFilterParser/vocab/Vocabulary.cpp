@@ -103,8 +103,8 @@ void addCurrentSyntax(Builder& list) {
   for (const detail::Word<TavSortType>& type : detail::kSortTypes) {
     if (type.code == TAV_SORT_NONE) continue;  // any other word after "sort=" is no sort
     list.add(list.keep(std::string(detail::kSortColumnPrefix) + std::string(type.text)), WordKind::SortInColumn,
-             type.code, list.keep("sort the view by this value column, " + std::string(type.meaning)), kAllPeers,
-             true, false);
+             type.code, list.keep("sort the view by this value column, " + std::string(type.meaning)), kAllPeers, true,
+             false);
   }
   for (const detail::Word<TavSortType>& type : detail::kSortTypes) {
     list.add(type.text, WordKind::SortType, type.code, type.meaning, kAllPeers, true, type.code != TAV_SORT_NONE);

@@ -36,7 +36,7 @@ enum class WordKind : int {
 enum WordPlace : unsigned { PLACE_FILTER = 1u << 0, PLACE_KEY = 1u << 1, PLACE_VALUE = 1u << 2 };
 
 struct Word {
-  std::string_view text;     // as it stands in a request
+  std::string_view text;  // as it stands in a request
   WordKind kind;
   int code;                  // the enumerator it stands for (TavValType, TavAccType ...), -1 for none;
                              // for a legacy option, the WordKind of the words it takes

@@ -56,9 +56,10 @@ void checkValueType(const Word& word) {
   unsigned places = 0, peers = 0;
   for (const std::string& request : {filter, keys[0], keys[1], value}) {
     const unsigned at = validAt(*accepted(request));
-    if (at != 0) places |= request == filter ? lytFilterParser::PLACE_FILTER
-                           : request == value ? lytFilterParser::PLACE_VALUE
-                                              : lytFilterParser::PLACE_KEY;
+    if (at != 0)
+      places |= request == filter  ? lytFilterParser::PLACE_FILTER
+                : request == value ? lytFilterParser::PLACE_VALUE
+                                   : lytFilterParser::PLACE_KEY;
     peers |= at;
     if (word.written) {
       EXPECT_TRUE(contains(accepted(request)->dump(), text(word))) << request;
@@ -103,7 +104,8 @@ std::vector<std::string> probes(const Word& word) {
 // What the word under test set in `request` (the last probe).
 int codeOf(const Word& word, const NetworkKovaRequest& request) {
   const TavColumn& value = request.getValues()[request.getValues().size() - 1];
-  const AbstractFilter* first = request.getFilter().getChildren().empty() ? nullptr : request.getFilter().getChildren()[0].get();
+  const AbstractFilter* first =
+      request.getFilter().getChildren().empty() ? nullptr : request.getFilter().getChildren()[0].get();
   switch (word.kind) {
     case WordKind::FilterOperator: return request.getFilter().getOperator();
     case WordKind::Negation: return static_cast<const AtomFilter&>(*first).isNegated();
@@ -176,8 +178,9 @@ void checkLegacyWord(const Word& word) {
     TavColumn key = read->getKeys()[0];
     key.addEntity(TavEntity(std::string("e")));
     keys.push_back(key);
-    EXPECT_TRUE(contains(NetworkKovaRequest(read->getFilter(), keys, read->getValues(), TAV_SORT_NONE, 1)
-                             .dump(TavVersion(2)), "-g " + w));
+    EXPECT_TRUE(
+        contains(NetworkKovaRequest(read->getFilter(), keys, read->getValues(), TAV_SORT_NONE, 1).dump(TavVersion(2)),
+                 "-g " + w));
   } else {
     EXPECT_TRUE(contains(read->dump(TavVersion(2)), w)) << read->dump(TavVersion(2));
   }
@@ -207,7 +210,8 @@ TEST(Vocabulary, WordsAreFoundByTextAcrossKinds) {
   EXPECT_EQ(src[1]->kind, WordKind::LegacyGroup);
   EXPECT_TRUE(lytFilterParser::findWords("Src").empty());
   // The legacy writer's "-filter" and the "vl" words.
-  EXPECT_EQ(accepted("-k src -v wb")->dump(TavVersion(1)).rfind(text(*lytFilterParser::findWords("-filter")[0]), 0), 0u);
+  EXPECT_EQ(accepted("-k src -v wb")->dump(TavVersion(1)).rfind(text(*lytFilterParser::findWords("-filter")[0]), 0),
+            0u);
   std::string error;
   std::unique_ptr<LYTKovaRequest> link(LYTKovaRequest::getLYTKovaRequest("vl x -t app", error));
   ASSERT_NE(link, nullptr);

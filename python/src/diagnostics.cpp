@@ -81,7 +81,8 @@ void bindDiagnostics(py::module_& module) {
   diagnosticClass = py::object(values.attr("Diagnostic")).release().ptr();
   codeClass = py::object(values.attr("DiagnosticCode")).release().ptr();
   module.def("lint", &lint, py::arg("text"),
-             "lint(text: str) -> List[Diagnostic]\n\nWhat the reader accepts in a text but may surprise, placed in characters of it.");
+             "lint(text: str) -> List[Diagnostic]\n\nWhat the reader accepts in a text but may surprise, placed in "
+             "characters of it.");
   module.def("convert_with_diagnostics", &convertWithDiagnostics, py::arg("text"),
              py::arg("peer") = int(TAV_VERSION_LEGACY_2),
              "convert_with_diagnostics(text: str, peer: int = 2) -> Tuple[str, List[Diagnostic]]\n\n"

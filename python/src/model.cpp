@@ -24,12 +24,31 @@ namespace {
 // The closed sets of words of a model, in the order _set_model_types takes
 // their tables.
 enum Words {
-  VALUE_TYPE, MODE, OPERATOR, DIRECTION, INTERFACE_DIRECTION, ENCRYPTION, COMPRESSION, PRINT, URL, SORT_TYPE, DATA_TYPE,
+  VALUE_TYPE,
+  MODE,
+  OPERATOR,
+  DIRECTION,
+  INTERFACE_DIRECTION,
+  ENCRYPTION,
+  COMPRESSION,
+  PRINT,
+  URL,
+  SORT_TYPE,
+  DATA_TYPE,
   WORDS
 };
 // The model classes, in the order _set_model_types takes them.
 enum Classes {
-  NAME, INTERFACE, CONTENT_ATOM, INTERFACE_ATOM, COMPOUND, COLUMN_OPTIONS, COLUMN, SORT, NETWORK_MODEL, E2E_MODEL,
+  NAME,
+  INTERFACE,
+  CONTENT_ATOM,
+  INTERFACE_ATOM,
+  COMPOUND,
+  COLUMN_OPTIONS,
+  COLUMN,
+  SORT,
+  NETWORK_MODEL,
+  E2E_MODEL,
   CLASSES
 };
 
@@ -287,10 +306,12 @@ TavColumnArray builtColumns(py::handle list, KeyOrValue role, const char* what) 
 }
 
 int number(py::handle object, const char* what) {
-  if (!PyLong_Check(object.ptr()) || PyBool_Check(object.ptr())) throw py::type_error(std::string(what) + " must be an int");
+  if (!PyLong_Check(object.ptr()) || PyBool_Check(object.ptr()))
+    throw py::type_error(std::string(what) + " must be an int");
   int overflow = 0;
   const long value = PyLong_AsLongAndOverflow(object.ptr(), &overflow);
-  if (overflow != 0 || value < INT_MIN || value > INT_MAX) throw py::value_error(std::string(what) + " is out of range");
+  if (overflow != 0 || value < INT_MIN || value > INT_MAX)
+    throw py::value_error(std::string(what) + " is out of range");
   return static_cast<int>(value);
 }
 
@@ -299,8 +320,8 @@ int number(py::handle object, const char* what) {
 py::object networkModel(const NetworkKovaRequest& request) {
   py::object sort = make(SORT, {member(SORT_TYPE, request.getSortType()), py::int_(request.getSortIndex()),
                                 py::int_(request.getMaxUpdates())});
-  return make(NETWORK_MODEL,
-              {compound(request.getFilter()), columns(request.getKeys()), columns(request.getValues()), std::move(sort)});
+  return make(NETWORK_MODEL, {compound(request.getFilter()), columns(request.getKeys()), columns(request.getValues()),
+                              std::move(sort)});
 }
 
 py::object linkModel(const E2EKovaRequest& request) {

@@ -57,8 +57,9 @@ class Request {
   py::list fidelity(int peer) {
     peerIn(peer, TAV_VERSION_LEGACY_1, TAV_VERSION_CURRENT);
     return pythonDiagnostics(locked([&] {
-      std::vector<lytFilterParser::Diagnostic> found = recorded ? recorded->fidelity(*request, TavVersion(peer))
-                                                                : lytFilterParser::fidelity(text, *request, TavVersion(peer));
+      std::vector<lytFilterParser::Diagnostic> found =
+          recorded ? recorded->fidelity(*request, TavVersion(peer))
+                   : lytFilterParser::fidelity(text, *request, TavVersion(peer));
       inCharacters(found, text);
       return found;
     }));
@@ -317,10 +318,11 @@ void bindRequests(py::module_& module) {
            "from. ValueError for another peer.")
       .def("copy", &Request::copy, "copy() -> Request\n\nAn independent copy, with the same text.")
       .def("__copy__", &Request::copy, "__copy__() -> Request")
-      .def("__deepcopy__", [](Request& request, const py::object&) { return request.copy(); }, arg("memo"),
-           "__deepcopy__(memo: object) -> Request");
+      .def(
+          "__deepcopy__", [](Request& request, const py::object&) { return request.copy(); }, arg("memo"),
+          "__deepcopy__(memo: object) -> Request");
   py::class_<NetworkRequest, Request>(module, "NetworkRequest", py::module_local(),
-                                     "A request for a traffic view: filter, key and value columns, sort.")
+                                      "A request for a traffic view: filter, key and value columns, sort.")
       .def("check", &NetworkRequest::check, arg("peer") = current,
            "check(peer: int = 3) -> Tuple[bool, str]\n\n"
            "The library's validation for peer 0 to 3: (valid, message). Completes the request in place as\n"
@@ -330,13 +332,14 @@ void bindRequests(py::module_& module) {
            "check(peer), raising RequestError with the message and the place of the item that made it\n"
            "fail. ValueError for a peer outside 0 to 3.")
       .def("minimal_peer", &NetworkRequest::minimalPeer,
-           "minimal_peer() -> Optional[int]\n\nThe oldest peer that accepts the request (asked of a copy), None for none.")
+           "minimal_peer() -> Optional[int]\n\nThe oldest peer that accepts the request (asked of a copy), None for "
+           "none.")
       .def("columns", &NetworkRequest::columns, arg("peer") = current,
            "columns(peer: int = 3) -> List[int]\n\n"
            "The 1-based query-interface columns of the keys then the values for peer 1 to 3. ValueError\n"
            "for another peer.");
   py::class_<E2ERequest, Request>(module, "E2ERequest", py::module_local(),
-                                 "An end-to-end request: the counters of one virtual link.")
+                                  "An end-to-end request: the counters of one virtual link.")
       .def_property_readonly("name", &E2ERequest::name, "The name of the virtual link (as link).");
 
   module.def("parse", &parse, arg("text"),
@@ -350,8 +353,9 @@ void bindRequests(py::module_& module) {
              "convert(text: str, peer: int = 2) -> str\n\n"
              "A legacy command line of peer 1 or 2 in the current syntax. Raises RequestError as parse does,\n"
              "ValueError for another peer.");
-  module.def("tokenize", &tokenize, arg("text"),
-             "tokenize(text: str) -> List[str]\n\nThe words of a text as the readers cut it: at blanks, and around brackets.");
+  module.def(
+      "tokenize", &tokenize, arg("text"),
+      "tokenize(text: str) -> List[str]\n\nThe words of a text as the readers cut it: at blanks, and around brackets.");
   module.attr("CURRENT_PEER") = current;
 }
 

@@ -22,8 +22,7 @@ void expectEqual(const std::string& what, const std::string& got, const std::str
 
 int main() {
   std::string error;
-  std::unique_ptr<LYTKovaRequest> request(
-      LYTKovaRequest::getLYTKovaRequest("-f src 10.0.0.1 -k svc -v conn", error));
+  std::unique_ptr<LYTKovaRequest> request(LYTKovaRequest::getLYTKovaRequest("-f src 10.0.0.1 -k svc -v conn", error));
   if (!request) {
     std::cerr << "parse failed: " << error << "\n";
     return 1;
@@ -35,8 +34,7 @@ int main() {
   expectEqual("isValid(3)", network.isValid(message) ? "valid" : message, "valid");
   // Validation completes the request: a connection count read as a rate is
   // a count of concurrent connections, and a dynamic view sorts by top.
-  expectEqual("completed", request->dump(),
-              "-f src  10.0.0.1    -k svc acc=replace -v conn acc=concurrent -s top ");
+  expectEqual("completed", request->dump(), "-f src  10.0.0.1    -k svc acc=replace -v conn acc=concurrent -s top ");
   expectEqual("minimal peer", std::to_string(network.getMinimalValidVersion(message)), "1");
   expectEqual("legacy", request->dump(TavVersion(1)), "-filter [ and [[src 0 [10.0.0.1 ]]]] -a a -y C -g topsvc ");
 

@@ -112,11 +112,13 @@ inline std::string spelled(const std::string& text, std::size_t start, std::size
   if (length == 0) return code + ":" + (start == text.size() ? "$" : "@" + std::to_string(start));
   const std::string word = text.substr(start, length);
   int occurrence = 1;
-  for (std::size_t at = text.find(word); at != std::string::npos && at < start; at = text.find(word, at + 1)) ++occurrence;
+  for (std::size_t at = text.find(word); at != std::string::npos && at < start; at = text.find(word, at + 1))
+    ++occurrence;
   return code + ":" + word + (occurrence > 1 ? "#" + std::to_string(occurrence) : "");
 }
 
-inline std::vector<std::string> spelled(const std::string& text, const std::vector<lytFilterParser::Diagnostic>& found) {
+inline std::vector<std::string> spelled(const std::string& text,
+                                        const std::vector<lytFilterParser::Diagnostic>& found) {
   std::vector<std::string> out;
   for (const lytFilterParser::Diagnostic& d : found) out.push_back(spelled(text, d.start, d.length, d.code));
   return out;

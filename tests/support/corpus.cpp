@@ -53,9 +53,12 @@ struct Spoilt {
 };
 
 const Spoilt kRefused[] = {
-    {"typical_01_first", kTypical[0], "-q src 10.0.0.1 10.0.0.2 -f dst 192.168.1.10 -k svc -v wb acc=rate -s top index=1"},
-    {"typical_01_middle", kTypical[0], "-f src 10.0.0.1 10.0.0.2 -f dst 192.168.1.10 -k svx -v wb acc=rate -s top index=1"},
-    {"typical_01_last", kTypical[0], "-f src 10.0.0.1 10.0.0.2 -f dst 192.168.1.10 -k svc -v wb acc=rate -s top indax=1"},
+    {"typical_01_first", kTypical[0],
+     "-q src 10.0.0.1 10.0.0.2 -f dst 192.168.1.10 -k svc -v wb acc=rate -s top index=1"},
+    {"typical_01_middle", kTypical[0],
+     "-f src 10.0.0.1 10.0.0.2 -f dst 192.168.1.10 -k svx -v wb acc=rate -s top index=1"},
+    {"typical_01_last", kTypical[0],
+     "-f src 10.0.0.1 10.0.0.2 -f dst 192.168.1.10 -k svc -v wb acc=rate -s top indax=1"},
     {"typical_04_first", kTypical[3],
      "-q interface not eth0,in eth1,out eth2,both -k interface -v pkt acc=sum -v wb acc=rate -s top index=2"},
     {"typical_04_middle", kTypical[3],
@@ -170,7 +173,8 @@ std::vector<TextCase> buildCorpus() {
   for (int depth = 1; depth <= 1000000; depth *= 10) {
     cases.push_back({"depth_" + std::to_string(depth), nestedRequest(depth), CaseKind::ScaleDepth, depth});
   }
-  for (const Spoilt& spoilt : kRefused) cases.push_back({spoilt.name, spoilt.refused, CaseKind::Refused, 0, spoilt.accepted});
+  for (const Spoilt& spoilt : kRefused)
+    cases.push_back({spoilt.name, spoilt.refused, CaseKind::Refused, 0, spoilt.accepted});
   for (const Spoilt& spoilt : kLegacyRefused) {
     cases.push_back({spoilt.name, spoilt.refused, CaseKind::LegacyRefused, 0, spoilt.accepted});
   }

@@ -10,14 +10,14 @@
 namespace bench {
 
 enum class CaseKind {
-  Typical,     // current-syntax network request, 10 to 30 tokens
-  VirtualLink, // "vl ..." end-to-end request
-  Legacy,      // legacy command line, measured through convert
-  Large,       // 1,000 entities in a filter and 1,000 in a key column
-  Deep,        // filters nested 50 levels
-  ScaleKeys,   // scaling series: N entities in one key column
-  ScaleDepth,  // scaling series: N nested filter levels
-  Refused,     // a typical request spoilt at one token: the reader refuses it
+  Typical,        // current-syntax network request, 10 to 30 tokens
+  VirtualLink,    // "vl ..." end-to-end request
+  Legacy,         // legacy command line, measured through convert
+  Large,          // 1,000 entities in a filter and 1,000 in a key column
+  Deep,           // filters nested 50 levels
+  ScaleKeys,      // scaling series: N entities in one key column
+  ScaleDepth,     // scaling series: N nested filter levels
+  Refused,        // a typical request spoilt at one token: the reader refuses it
   LegacyRefused,  // a legacy line spoilt at one token: convert refuses it
 };
 

@@ -23,7 +23,8 @@ const std::vector<ToolOption> kToolOptions = {
     {OptionId::Peer, "--peer", nullptr, OptionValue::Number, Taker::Peer, nullptr},
     {OptionId::Map, "--map", nullptr, OptionValue::File, Taker::Map, "Map file: lines \"name resolved\""},
     {OptionId::Help, "--help", "-h", OptionValue::None, Taker::Help, "Print this help message and exit"},
-    {OptionId::Version, "--version", nullptr, OptionValue::None, Taker::Version, "Display program version information and exit"},
+    {OptionId::Version, "--version", nullptr, OptionValue::None, Taker::Version,
+     "Display program version information and exit"},
 };
 
 const ToolOption* findOption(const std::string& name) {
@@ -49,7 +50,9 @@ std::string lower(std::string text) {
   return text;
 }
 
-std::string withoutDashes(const std::string& word) { return word.substr(std::min(word.find_first_not_of('-'), word.size())); }
+std::string withoutDashes(const std::string& word) {
+  return word.substr(std::min(word.find_first_not_of('-'), word.size()));
+}
 
 std::string joined(const std::vector<std::string>& words, const char* separator) {
   std::string text;

@@ -81,21 +81,21 @@ struct PeerOption {
 struct Subcommand {
   const char* name;
   const char* description;
-  const char* footer;  // for a request-taking subcommand, the note on requests goes before "Examples:"
-  bool takesRequests;  // REQUEST, --file, -n and --json "per request"; else only --json
+  const char* footer;    // for a request-taking subcommand, the note on requests goes before "Examples:"
+  bool takesRequests;    // REQUEST, --file, -n and --json "per request"; else only --json
   const char* jsonHelp;  // nullptr: no --json
   std::optional<PeerOption> peer;
-  bool takesMap;       // resolve's --map
-  bool severalLines;   // a request's text output may take several lines: requests are set apart
-  bool legacy;         // its requests are legacy command lines
+  bool takesMap;         // resolve's --map
+  bool severalLines;     // a request's text output may take several lines: requests are set apart
+  bool legacy;           // its requests are legacy command lines
   const char* argument;  // the name of its one plain argument, or nullptr
   int (*run)(const Given& given, Streams& io);
 };
 
 // What the arrangement of the arguments and the completion know of `row`.
 CommandShape shapeOf(const Subcommand& row) {
-  return CommandShape{row.name, row.takesRequests, row.peer.has_value(), row.peer && row.peer->all,
-                      row.takesMap, row.jsonHelp != nullptr, row.legacy, row.argument};
+  return CommandShape{row.name,     row.takesRequests,       row.peer.has_value(), row.peer && row.peer->all,
+                      row.takesMap, row.jsonHelp != nullptr, row.legacy,           row.argument};
 }
 
 // Runs `command` on every request of `given` and writes the reports.
@@ -224,8 +224,8 @@ const Subcommand kSubcommands[] = {
      "Examples:\n"
      "  lytreq convert '-g topsrc -y b'\n"
      "  lytreq convert '-filter [ and [[src 1 [10.0.0.1 ]]]] -a a -y c -g topdst'",
-     true, kJsonHelp, PeerOption{"Legacy peer version (1 or 2)", 1, 2, TAV_VERSION_LEGACY_2, true, false}, false,
-     false, true, nullptr, runConvert},
+     true, kJsonHelp, PeerOption{"Legacy peer version (1 or 2)", 1, 2, TAV_VERSION_LEGACY_2, true, false}, false, false,
+     true, nullptr, runConvert},
     {"columns", "List the query-interface columns of a network request",
      "Prints, per column in request order: catalogue number, catalogue name, role (key or\n"
      "value) and value type. Peer 3 maps every column; peers 1 and 2 only the first key and\n"

@@ -110,7 +110,7 @@ PeerVerdict judge(const Reading& reading, const std::string& text, const LYTKova
       if (!placed) {
         if (!checked->isValid(version, verdict.message)) return verdict;
       } else if (const auto refusal = reading.recorded ? reading.recorded->validate(*checked, version)
-                                                         : lytFilterParser::validate(text, *checked, version)) {
+                                                       : lytFilterParser::validate(text, *checked, version)) {
         verdict.message = refusal->message;
         verdict.where = Span{refusal->start, refusal->length};
         return verdict;
@@ -127,8 +127,8 @@ PeerVerdict judge(const Reading& reading, const std::string& text, const LYTKova
       if (written != nullptr) written->text = sent.dump(version);
       return verdict;
     }
-    std::vector<Diagnostic> losses = reading.recorded ? reading.recorded->fidelity(sent, version)
-                                                      : lytFilterParser::fidelity(text, sent, version);
+    std::vector<Diagnostic> losses =
+        reading.recorded ? reading.recorded->fidelity(sent, version) : lytFilterParser::fidelity(text, sent, version);
     for (Diagnostic& loss : losses) {
       if (loss.code == kPeerUnsupported) {
         verdict.valid = false;
@@ -178,8 +178,8 @@ int minimalPeer(const Reading& reading, const std::string& text, NetworkKovaRequ
   }
   Reading again;
   if (!reading.recorded || reading.recorded->request() == nullptr) again = readRequest(text, false);
-  const auto* original =
-      dynamic_cast<const NetworkKovaRequest*>(again.request() != nullptr ? again.request() : reading.recorded->request());
+  const auto* original = dynamic_cast<const NetworkKovaRequest*>(
+      again.request() != nullptr ? again.request() : reading.recorded->request());
   if (original == nullptr) return TAV_VERSION_NONE;
   for (int peer = TAV_VERSION_LEGACY_1; peer <= TAV_VERSION_CURRENT; ++peer) {
     NetworkKovaRequest forPeer(*original);

@@ -28,8 +28,8 @@ struct Column {
 struct PeerVerdict {
   int peer = 3;
   bool valid = false;
-  std::string message;         // why the peer refuses the request
-  std::optional<Span> where;   // the item that made it refuse, bytes of the request
+  std::string message;        // why the peer refuses the request
+  std::optional<Span> where;  // the item that made it refuse, bytes of the request
   std::vector<Diagnostic> losses;
 };
 
@@ -46,7 +46,7 @@ struct Report {
 
   std::optional<std::string> request;  // the request as text (parse, convert, resolve)
 
-  bool verdict = false;        // check: a verdict is written for every request
+  bool verdict = false;       // check: a verdict is written for every request
   std::optional<bool> valid;  // check
   int peer = 3;
   std::string message;        // why the check refused the request
@@ -56,7 +56,7 @@ struct Report {
   std::optional<std::vector<PeerVerdict>> peers;  // check --peer all, explain: peers 1 to 3
   std::optional<Json> explanation;                // explain: the request as a tree (explain.h)
 
-  std::optional<std::vector<Column>> columns;   // columns
+  std::optional<std::vector<Column>> columns;     // columns
   std::optional<std::vector<std::string>> names;  // names
 
   std::optional<Fault> fault;  // the request could not be read or processed

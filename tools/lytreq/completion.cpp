@@ -157,8 +157,9 @@ Words optionsOf(const CommandShape* command, std::function<bool(const ToolOption
   return words;
 }
 
-Words commandNames(const std::vector<CommandShape>& commands,
-                   const std::function<bool(const CommandShape&)>& pick = [](const CommandShape&) { return true; }) {
+Words commandNames(
+    const std::vector<CommandShape>& commands,
+    const std::function<bool(const CommandShape&)>& pick = [](const CommandShape&) { return true; }) {
   Words words;
   for (const CommandShape& command : commands) {
     if (pick(command)) words.add(command.name);
@@ -177,13 +178,19 @@ std::string walk(const std::vector<CommandShape>& commands) {
       "    for w in \"$@\"; do\n"
       "        if [ -n \"$skip\" ]; then skip=; prev=$w; continue; fi\n"
       "        case $w in\n"
-      "            " + optionsOf(nullptr, withValue).pattern() + ") skip=1; prev=$w; continue ;;\n"
-      "            " + options.pattern() + "|'--') prev=$w; continue ;;\n"
+      "            " +
+      optionsOf(nullptr, withValue).pattern() +
+      ") skip=1; prev=$w; continue ;;\n"
+      "            " +
+      options.pattern() +
+      "|'--') prev=$w; continue ;;\n"
       "        esac\n"
       "        if [ -z \"$sub\" ]; then sub=$w; prev=$w; continue; fi\n"
       "        [ -z \"$first\" ] && first=$w\n"
       "        case $w in\n"
-      "            " + requestOptions().pattern() + ") option=$w; count=0 ;;\n"
+      "            " +
+      requestOptions().pattern() +
+      ") option=$w; count=0 ;;\n"
       "            *) count=$((count + 1)) ;;\n"
       "        esac\n"
       "        prev=$w\n"
@@ -222,7 +229,8 @@ std::string wordsFunction(const std::vector<CommandShape>& commands) {
   }
   const auto legacy = [](const CommandShape& command) { return command.legacyRequests; };
   const auto current = [](const CommandShape& command) { return command.takesRequests && !command.legacyRequests; };
-  text += "        " + commandNames(commands, legacy).pattern() + ")\n" + indented(legacySyntax(), 8) + "            ;;\n";
+  text +=
+      "        " + commandNames(commands, legacy).pattern() + ")\n" + indented(legacySyntax(), 8) + "            ;;\n";
   text += "        " + commandNames(commands, current).pattern() + ")\n" + indented(currentSyntax(), 8) +
           "            ;;\n";
   return text + "    esac\n}\n";
@@ -239,7 +247,8 @@ const char* const kBashEnd =
     "    local found\n"
     "    found=$(_lytreq_words \"$cur\" \"${words[@]:1:cword-1}\")\n"
     "    if [[ $found == @files ]]; then\n"
-    "        if declare -F _filedir >/dev/null; then _filedir; else mapfile -t COMPREPLY < <(compgen -f -- \"$cur\"); fi\n"
+    "        if declare -F _filedir >/dev/null; then _filedir; else mapfile -t COMPREPLY < <(compgen -f -- \"$cur\"); "
+    "fi\n"
     "        return\n"
     "    fi\n"
     "    mapfile -t COMPREPLY < <(compgen -W \"$found\" -- \"$cur\")\n"

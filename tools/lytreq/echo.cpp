@@ -30,21 +30,20 @@ bool inRanges(std::uint32_t c, const Range* ranges, std::size_t count) {
 // too, which are escaped before this is asked).
 bool isInvisible(std::uint32_t c) {
   const lytFilterParser::CodePointTable table = lytFilterParser::invisibleCharacters();
-  const lytFilterParser::CodePointRange* range = std::lower_bound(
-      table.begin(), table.end(), c, [](const lytFilterParser::CodePointRange& r, std::uint32_t v) { return r.last < v; });
+  const lytFilterParser::CodePointRange* range =
+      std::lower_bound(table.begin(), table.end(), c,
+                       [](const lytFilterParser::CodePointRange& r, std::uint32_t v) { return r.last < v; });
   return range != table.end() && range->first <= c;
 }
 
 // Combining marks: drawn on the character before them.
-const Range kCombining[] = {{0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x0610, 0x061A},
-                            {0x064B, 0x065F}, {0x1AB0, 0x1AFF}, {0x1DC0, 0x1DFF}, {0x20D0, 0x20FF},
-                            {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}};
+const Range kCombining[] = {{0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x0610, 0x061A}, {0x064B, 0x065F},
+                            {0x1AB0, 0x1AFF}, {0x1DC0, 0x1DFF}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}};
 
 // East Asian wide and full-width characters: two columns.
-const Range kWide[] = {{0x1100, 0x115E}, {0x2E80, 0x303E}, {0x3041, 0x3163}, {0x3165, 0x33FF},
-                       {0x3400, 0x4DBF}, {0x4E00, 0x9FFF}, {0xA000, 0xA4CF}, {0xAC00, 0xD7A3},
-                       {0xF900, 0xFAFF}, {0xFE30, 0xFE4F}, {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6},
-                       {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
+const Range kWide[] = {{0x1100, 0x115E}, {0x2E80, 0x303E}, {0x3041, 0x3163},   {0x3165, 0x33FF},   {0x3400, 0x4DBF},
+                       {0x4E00, 0x9FFF}, {0xA000, 0xA4CF}, {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE30, 0xFE4F},
+                       {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}, {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
 
 template <std::size_t N>
 bool isIn(std::uint32_t c, const Range (&ranges)[N]) {
@@ -69,7 +68,11 @@ std::string escape(const char* format, std::uint32_t value) {
 // byte that starts no valid sequence.
 std::size_t decode(std::string_view text, std::size_t i, std::uint32_t& c) {
   const unsigned char lead = static_cast<unsigned char>(text[i]);
-  const std::size_t length = lead < 0x80 ? 1 : (lead >> 5) == 0x6 ? 2 : (lead >> 4) == 0xE ? 3 : (lead >> 3) == 0x1E ? 4 : 0;
+  const std::size_t length = lead < 0x80           ? 1
+                             : (lead >> 5) == 0x6  ? 2
+                             : (lead >> 4) == 0xE  ? 3
+                             : (lead >> 3) == 0x1E ? 4
+                                                   : 0;
   if (length == 0 || i + length > text.size()) return 0;
   c = length == 1 ? lead : lead & (0xFFu >> (length + 1));
   for (std::size_t k = 1; k < length; ++k) {
@@ -146,7 +149,8 @@ EchoText::EchoText(std::string_view text) : text_(text) {
 }
 
 std::size_t EchoText::columnAt(std::size_t pos) const {
-  auto mark = std::upper_bound(marks_.begin(), marks_.end(), pos, [](std::size_t p, const Mark& m) { return p < m.byte; });
+  auto mark =
+      std::upper_bound(marks_.begin(), marks_.end(), pos, [](std::size_t p, const Mark& m) { return p < m.byte; });
   --mark;  // the first mark is at byte 0
   std::size_t column = mark->column;
   for (std::size_t i = mark->byte; i < text_.size();) {

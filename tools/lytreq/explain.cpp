@@ -3,13 +3,13 @@
 #include <utility>
 #include <vector>
 
+#include "echo.h"
 #include "lytFilterParser/diagnostics/Diagnostic.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/FilterVisitor.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
-#include "echo.h"
 #include "words.h"
 
 namespace lytreq {
@@ -157,8 +157,8 @@ void writeFilter(const Json& nodes, std::ostream& out) {
 
 void writeColumns(const char* label, const Json& columns, std::ostream& out) {
   for (const Json& column : columns) {
-    out << "  " << label << ": " << column["type"].get<std::string>() << ' ' << column["mode"].get<std::string>()
-        << ' ' << joined(column["options"]) << '\n';
+    out << "  " << label << ": " << column["type"].get<std::string>() << ' ' << column["mode"].get<std::string>() << ' '
+        << joined(column["options"]) << '\n';
     if (!column["names"].empty()) out << "    names: " << joined(column["names"]) << '\n';
     out << "    query column: ";
     if (column["column"].is_null()) {
@@ -189,9 +189,9 @@ void writeExplanation(const Report& report, std::ostream& out) {
     writeColumns("key", tree["keys"], out);
     writeColumns("value", tree["values"], out);
     const Json& sort = tree["sort"];
-    out << "  sort: " << sort["type"].get<std::string>() << ' '
-        << codeWord(WordKind::SortOption, kSortIndex) << sort["index"].get<int>() << ' ' << codeWord(WordKind::SortOption, kSortUpdates)
-        << sort["updates"].get<int>() << '\n';
+    out << "  sort: " << sort["type"].get<std::string>() << ' ' << codeWord(WordKind::SortOption, kSortIndex)
+        << sort["index"].get<int>() << ' ' << codeWord(WordKind::SortOption, kSortUpdates) << sort["updates"].get<int>()
+        << '\n';
   } else {
     out << "  name: " << shown(tree["name"].get<std::string>()) << '\n';
     out << "  data type: " << tree["dataType"].get<std::string>() << '\n';

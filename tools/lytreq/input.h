@@ -33,8 +33,8 @@ constexpr const char* kStandardInputName = "<stdin>";
 
 // Where a subcommand takes its requests from.
 struct Source {
-  std::vector<std::string> words;  // the REQUEST argument(s), joined by blanks
-  std::optional<std::string> file; // --file; "-" is standard input
+  std::vector<std::string> words;   // the REQUEST argument(s), joined by blanks
+  std::optional<std::string> file;  // --file; "-" is standard input
 };
 
 // Calls `handle` for every request of `source`: the joined words, or, when

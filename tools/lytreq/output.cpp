@@ -140,7 +140,8 @@ void writeText(const Report& report, std::ostream& out) {
   }
   if (report.peers) {
     for (const PeerVerdict& verdict : *report.peers) {
-      out << "peer " << verdict.peer << ": " << (verdict.valid ? "valid" : "invalid: " + shown(verdict.message)) << '\n';
+      out << "peer " << verdict.peer << ": " << (verdict.valid ? "valid" : "invalid: " + shown(verdict.message))
+          << '\n';
     }
   }
   if (report.valid) {

@@ -16,8 +16,8 @@ namespace lytreq {
 // end) when the place is known and "suggestions"; last "warnings", every
 // diagnostic as {"code", "severity", "message", "start", "length"} in bytes
 // of "input". Bytes of the request that are not UTF-8 are U+FFFD in
-// "input", and every place counts bytes of that "input" as written. A check that refuses the request has "errorStart" and
-// "errorLength" after its "message" when the place is known.
+// "input", and every place counts bytes of that "input" as written. A check that refuses the request has "errorStart"
+// and "errorLength" after its "message" when the place is known.
 Json reportJson(const Report& report);
 
 // A JSON value as one line of text; text that is not UTF-8 is replaced, not
