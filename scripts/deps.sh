@@ -22,6 +22,7 @@ DEFAULT_PACKAGES=(
   python3-dev pybind11-dev python3-pytest  # the Python binding and its tests
   python3-mypy                             # the binding's tests type-check the tests and docs/python.md
   clang libclang-rt-14-dev
+  clang-format     # scripts/format.sh --check, run by scripts/test.sh
   valgrind
   g++-multilib
   bash-completion  # the test of lytreq's bash completion runs it

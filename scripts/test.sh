@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
 # Builds the library and runs the unit tests under AddressSanitizer and
-# UndefinedBehaviorSanitizer (the `dev` preset, fresh configure); then builds
+# UndefinedBehaviorSanitizer (the `dev` preset, fresh configure), after
+# checking the C++ layout (scripts/format.sh); then builds
 # the WebAssembly package and the editor page (scripts/web.sh) and runs their
 # tests against the dev build's lytreq.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/deps.sh
+scripts/format.sh --check
 cmake --workflow --preset dev --fresh
 
 web_start=$(date +%s)

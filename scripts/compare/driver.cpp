@@ -149,9 +149,7 @@ std::string quotedStrings(const std::vector<std::string>& v) {
 
 const char* boolText(bool b) { return b ? "true" : "false"; }
 
-std::string versionLabel(const char* base, int v) {
-  return std::string(base) + "(" + std::to_string(v) + ")";
-}
+std::string versionLabel(const char* base, int v) { return std::string(base) + "(" + std::to_string(v) + ")"; }
 
 // ---------------------------------------------------------------------------
 // Output of one input
@@ -302,7 +300,8 @@ std::string findings(const std::vector<lytFilterParser::Diagnostic>& found) {
 
 std::string refusalText(const std::optional<lytFilterParser::Refusal>& refusal, bool suggestions) {
   if (!refusal) return "<none>";
-  std::string out = quoted(refusal->message) + " " + std::to_string(refusal->start) + "+" + std::to_string(refusal->length);
+  std::string out =
+      quoted(refusal->message) + " " + std::to_string(refusal->start) + "+" + std::to_string(refusal->length);
   if (suggestions) out += " " + quotedStrings(refusal->suggestions);
   return out;
 }
@@ -310,9 +309,8 @@ std::string refusalText(const std::optional<lytFilterParser::Refusal>& refusal, 
 void diagnoseRequest(Output& out, const std::string& text, LYTKovaRequest* request) {
   out.attempt("diag.lint", [&] { return findings(lytFilterParser::lint(text)); });
   for (int peer = 1; peer <= 3; ++peer) {
-    out.attempt(versionLabel("diag.fidelity", peer), [&] {
-      return findings(lytFilterParser::fidelity(text, static_cast<TavVersion>(peer)));
-    });
+    out.attempt(versionLabel("diag.fidelity", peer),
+                [&] { return findings(lytFilterParser::fidelity(text, static_cast<TavVersion>(peer))); });
   }
   out.attempt("diag.refusal", [&] { return refusalText(lytFilterParser::readRefusal(text), true); });
   auto* network = dynamic_cast<NetworkKovaRequest*>(request);
@@ -336,9 +334,7 @@ void diagnoseLegacy(Output& out, const std::string& text) {
   }
 }
 
-std::string withError(const std::string& value, const std::string& error) {
-  return value + " error " + quoted(error);
-}
+std::string withError(const std::string& value, const std::string& error) { return value + " error " + quoted(error); }
 
 void inspectNetwork(Output& out, NetworkKovaRequest& request) {
   // Validation completes the request in place: every check on a fresh copy.
@@ -371,7 +367,8 @@ void inspectNetwork(Output& out, NetworkKovaRequest& request) {
     return quotedStrings(columns);
   });
   for (int v = 0; v <= 4; ++v) {
-    out.attempt(versionLabel("columns", v), [&] { return numbers(request.getKovaColumns(static_cast<TavVersion>(v))); });
+    out.attempt(versionLabel("columns", v),
+                [&] { return numbers(request.getKovaColumns(static_cast<TavVersion>(v))); });
   }
   // The catalogue positions handed back, reversed, must find their columns
   // again; one position fewer must be refused.
@@ -522,9 +519,7 @@ void runLegacy(Output& out, const std::string& text) {
   for (int v = -1; v <= 4; ++v) {
     std::string error = kUntouched;
     const std::string label = versionLabel("convert", v);
-    out.attempt(label, [&] {
-      return quoted(LYTKovaRequest::convert(text, static_cast<TavVersion>(v), error));
-    });
+    out.attempt(label, [&] { return quoted(LYTKovaRequest::convert(text, static_cast<TavVersion>(v), error)); });
     out.line(label + ".error", quoted(error));
   }
   {
