@@ -21,9 +21,10 @@ from ._error import RequestError
 from . import _lytfilterparser as _ext
 from ._lytfilterparser import (CURRENT_PEER, E2ERequest, NetworkRequest, Request, WordKind, convert,
                                convert_with_diagnostics, diagnostic_codes, lint, parse, tokenize, word_kind_name)
-from ._model import (Column, ColumnOptions, Compound, Compression, ContentAtom, DataType, Direction, E2EModel,
-                     Encryption, Interface, InterfaceAtom, InterfaceDirection, Mode, Model, Name, NetworkModel, Node,
-                     Operator, Print, Sort, SortType, UrlMode, ValueType)
+from ._model import (Column, ColumnOptions, Compound, ContentAtom, E2EModel, Interface, InterfaceAtom, Model, Name,
+                     NetworkModel, Node, Sort)
+from ._words import (Compression, DataType, Direction, Encryption, InterfaceDirection, Mode, Operator, Print, SortType,
+                     UrlMode, ValueType)
 from ._request import build
 from ._lines import read_requests
 

@@ -3,7 +3,8 @@
 from typing import Dict, List, Mapping, Optional, Sequence, Tuple, overload
 
 from ._diagnostic import Diagnostic, DiagnosticCode
-from ._model import Compound, Column, DataType, Model, NetworkModel, E2EModel, Sort
+from ._model import Compound, Column, Model, NetworkModel, E2EModel, Sort
+from ._words import DataType
 
 CURRENT_PEER: int
 PLACE_FILTER: int

@@ -1,9 +1,8 @@
-# Types of the request model. The enums are made from the library's
+# Types of the enums of the request model. They are made from the library's
 # vocabulary at import; their members here are checked against it
 # (python/tests/test_model.py).
 import enum
-from dataclasses import dataclass
-from typing import Tuple, Union
+from typing import Dict, Tuple
 
 class Word(str, enum.Enum):
     def __str__(self) -> str: ...
@@ -87,64 +86,16 @@ class DataType(Word):
     WIRE = 'wire'
     APPLICATION = 'application'
 
-@dataclass(frozen=True)
-class Name:
-    name: str
-    resolved: str = ...
-
-@dataclass(frozen=True)
-class Interface:
-    name: str
-    direction: InterfaceDirection = ...
-
-@dataclass(frozen=True)
-class ContentAtom:
-    type: ValueType
-    negated: bool = ...
-    names: Tuple[Name, ...] = ...
-
-@dataclass(frozen=True)
-class InterfaceAtom:
-    negated: bool = ...
-    interfaces: Tuple[Interface, ...] = ...
-
-@dataclass(frozen=True)
-class Compound:
-    operator: Operator
-    children: Tuple[Union[Compound, ContentAtom, InterfaceAtom], ...] = ...
-
-@dataclass(frozen=True)
-class ColumnOptions:
-    direction: Direction = ...
-    encryption: Encryption = ...
-    compression: Compression = ...
-    print: Print = ...
-    url: UrlMode = ...
-
-@dataclass(frozen=True)
-class Column:
-    type: ValueType
-    mode: Mode
-    options: ColumnOptions = ...
-    names: Tuple[Name, ...] = ...
-
-@dataclass(frozen=True)
-class Sort:
-    type: SortType
-    index: int
-    updates: int
-
-@dataclass(frozen=True)
-class NetworkModel:
-    filter: Compound
-    keys: Tuple[Column, ...]
-    values: Tuple[Column, ...]
-    sort: Sort
-
-@dataclass(frozen=True)
-class E2EModel:
-    link: str
-    data_type: DataType
-
-Model = Union[NetworkModel, E2EModel]
-Node = Union[Compound, ContentAtom, InterfaceAtom]
+_VALUE_TYPES: Dict[int, ValueType]
+_MODES: Dict[int, Mode]
+_OPERATORS: Dict[int, Operator]
+_DIRECTIONS: Dict[int, Direction]
+_INTERFACE_DIRECTIONS: Dict[int, InterfaceDirection]
+_ENCRYPTIONS: Dict[int, Encryption]
+_COMPRESSIONS: Dict[int, Compression]
+_PRINTS: Dict[int, Print]
+_URL_MODES: Dict[int, UrlMode]
+_SORT_TYPES: Dict[int, SortType]
+_DATA_TYPE_MEMBERS: Dict[int, DataType]
+_UNRESTRICTED_INTERFACE: InterfaceDirection
+_UNRESTRICTED_OPTIONS: Tuple[Direction, Encryption, Compression, Print, UrlMode]
