@@ -113,32 +113,26 @@ function element(tag, attributes = {}, ...children) {
   return node;
 }
 
-// What peer `peer` makes of the request: {valid, message, written, losses}.
-function judge(analysis, peer) {
+// What peer `peer` makes of the request read once for every panel:
+// {valid, message, written, losses}.
+function judge(request, peer) {
   const { lfp } = state;
-  const request = lfp.parse(analysis.text);
+  if (request instanceof lfp.NetworkRequest) {
+    const { valid, message } = request.check(peer);
+    if (!valid) return { valid, message, written: '', losses: [] };
+  }
+  let losses = [];
   try {
-    if (request instanceof lfp.NetworkRequest) {
-      const { valid, message } = request.check(peer);
-      if (!valid) return { valid, message, written: '', losses: [] };
-    }
-    let losses = [];
-    try {
-      losses = request.fidelity(peer);
-    } catch {
-      losses = [];
-    }
-    const unsupported = losses.find((d) => d.code === 'peer-unsupported');
-    if (unsupported) return { valid: false, message: unsupported.message, written: '', losses: [] };
-    let written;
-    try {
-      written = request.dump(peer);
-    } catch (error) {
-      return { valid: true, message: '', written: `(${error.message})`, losses };
-    }
-    return { valid: true, message: '', written, losses };
-  } finally {
-    request.free();
+    losses = request.fidelity(peer);
+  } catch {
+    losses = [];
+  }
+  const unsupported = losses.find((d) => d.code === 'peer-unsupported');
+  if (unsupported) return { valid: false, message: unsupported.message, written: '', losses: [] };
+  try {
+    return { valid: true, message: '', written: request.dump(peer), losses };
+  } catch (error) {
+    return { valid: true, message: '', written: `(${error.message})`, losses };
   }
 }
 
@@ -147,7 +141,7 @@ function renderPeers(analysis) {
   tbody.replaceChildren();
   const verdicts = {};
   for (const peer of [3, 2, 1]) {
-    const verdict = analysis.request ? judge(analysis, peer) : null;
+    const verdict = analysis.request ? judge(analysis.request, peer) : null;
     verdicts[peer] = verdict;
     const cell = verdict === null ? '–' : verdict.valid ? 'valid' : `invalid: ${verdict.message}`;
     tbody.append(element('tr', {},
@@ -170,15 +164,16 @@ function nameList(names) {
 
 // The model as nested lists, walked with a stack of its own (a request may
 // nest deeply).
-function renderExplain(analysis) {
+function renderExplain(model) {
   const root = $('#explain');
-  if (!analysis.request) {
+  if (!model) {
     root.replaceChildren();
     return;
   }
-  const model = analysis.request.toJSON();
   const top = element('ul');
-  if (model.kind === 'network') {
+  if (model.kind === 'network' && model.filter.kind === 'compound' && model.filter.children.length === 0) {
+    top.append(element('li', {}, 'filter: none'));
+  } else if (model.kind === 'network') {
     const filter = element('li', {}, 'filter');
     const stack = [[model.filter, filter]];
     while (stack.length) {
@@ -193,6 +188,8 @@ function renderExplain(analysis) {
       if (node.kind === 'compound') for (const child of [...node.children].reverse()) stack.push([child, item]);
     }
     top.append(filter);
+  }
+  if (model.kind === 'network') {
     for (const [role, columns] of [['key', model.keys], ['value', model.values]]) {
       for (const c of columns) {
         top.append(element('li', {}, `${role} ${c.type} ${c.mode} ${Object.values(c.options).join(' ')}${c.names.length ? ': ' + nameList(c.names) : ''}`));
@@ -205,7 +202,7 @@ function renderExplain(analysis) {
   root.replaceChildren(top);
 }
 
-function renderColumns(analysis) {
+function renderColumns(analysis, model) {
   const { lfp } = state;
   const tbody = $('#columns tbody');
   tbody.replaceChildren();
@@ -217,7 +214,6 @@ function renderColumns(analysis) {
   } catch {
     return;
   }
-  const model = request.toJSON();
   const sources = state.peer === 3 ? [...model.keys.map((c) => ['key', c]), ...model.values.map((c) => ['value', c])]
     : [['key', model.keys[0]], ['value', model.values[0]]];
   numbers.forEach((number, i) => {
@@ -242,8 +238,9 @@ function render(analysis) {
     status.textContent = warnings ? `Read, with ${warnings} finding${warnings > 1 ? 's' : ''}.` : 'Read.';
   }
   renderPeers(analysis);
-  renderExplain(analysis);
-  renderColumns(analysis);
+  const model = analysis.request?.toJSON() ?? null;
+  renderExplain(model);
+  renderColumns(analysis, model);
 }
 
 // ---------------------------------------------------------------------------

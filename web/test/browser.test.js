@@ -59,6 +59,7 @@ test('type, see the marked word and the message, take a suggestion, switch peers
   await page.getByRole('status').filter({ hasText: /^Read/ }).waitFor();
   assert.equal(await page.locator('.cm-content').textContent(), fixed);
   assert.equal(await page.locator('#request').getAttribute('data-state'), 'valid');
+  assert.match(await page.locator('#explain').textContent(), /^filter: nonekey src/);
 
   const written = {};
   for (const peer of [1, 2, 3]) written[peer] = lytreqBatch('parse', [fixed], ['--peer', String(peer)])[0].request;
@@ -97,6 +98,7 @@ test('completion offers the vocabulary; a finding shows its code; the legacy mod
   const warning = lytreqBatch('parse', ['-k src -v wb -f src a -f or'])[0].warnings[0];
   await page.locator('.cm-lintRange-warning').first().waitFor();
   assert.equal(await page.locator('#request').getAttribute('data-state'), 'warning');
+  assert.match(await page.locator('#explain').textContent(), /^filterandsrc: a/);
   await page.locator('.cm-lintRange-warning').first().hover();
   await page.locator('.cm-tooltip-lint').filter({ hasText: warning.message }).filter({ hasText: warning.code }).waitFor();
 
