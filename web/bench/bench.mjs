@@ -39,12 +39,12 @@ const median = (values) => {
   return sorted.length % 2 ? sorted[mid] : (sorted[mid - 1] + sorted[mid]) / 2;
 };
 
-const cases = execFileSync(nativeTimes, ['--list'], { encoding: 'utf8' }).trim().split('\n').map((l) => JSON.parse(l));
+const cases = execFileSync(nativeTimes, ['--list', '--typical'], { encoding: 'utf8' }).trim().split('\n').map((l) => JSON.parse(l));
 const best = Object.fromEntries(cases.map((c) => [c.name, { native: Infinity, nativeLint: Infinity, js: Infinity, jsLint: Infinity }]));
 for (let round = 0; round < 3; ++round) {
-  const native = execFileSync(nativeTimes, { encoding: 'utf8' }).trim().split('\n').map((l) => JSON.parse(l));
+  const native = execFileSync(nativeTimes, ['--typical', '--lint'], { encoding: 'utf8' }).trim().split('\n').map((l) => JSON.parse(l));
   for (const n of native) {
-    best[n.name].native = Math.min(best[n.name].native, n.roundTripNs);
+    best[n.name].native = Math.min(best[n.name].native, n.ns);
     best[n.name].nativeLint = Math.min(best[n.name].nativeLint, n.lintNs);
   }
   for (const c of cases) {
