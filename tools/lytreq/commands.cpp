@@ -1,5 +1,7 @@
 #include "commands.h"
 
+#include <algorithm>
+
 #include "explain.h"
 #include "lytFilterParser/diagnostics/Fidelity.h"
 #include "lytFilterParser/diagnostics/Lint.h"
@@ -71,8 +73,16 @@ const NetworkKovaRequest* networkRequest(const Reading& reading, Report& report,
   return request;
 }
 
+// Adds what a text for a peer loses to the lint of the text, except a loss
+// on the very words a lint finding marks: the lint has told that change
+// already ("`or` has no filter in it and is ignored" and "this compound
+// filter ... is lost" are one fact).
 void append(std::vector<Diagnostic>& to, const std::vector<Diagnostic>& more) {
-  to.insert(to.end(), more.begin(), more.end());
+  const std::size_t linted = to.size();
+  for (const Diagnostic& loss : more) {
+    const auto told = [&](const Diagnostic& d) { return d.start == loss.start && d.length == loss.length; };
+    if (std::none_of(to.begin(), to.begin() + static_cast<std::ptrdiff_t>(linted), told)) to.push_back(loss);
+  }
 }
 
 // The text for a peer, or the message the library threw writing it.
@@ -198,8 +208,11 @@ Report parseCommand(const std::string& text, std::optional<int> peer, bool diagn
   Reading reading;
   if (!read(text, reading, report, diagnose)) return report;
   if (!peer) {
+    // The text written is the current peer's: what it loses (a left-out
+    // "index=" that made the request invalid ...) is told as for --peer.
     try {
       report.request = reading.request()->dump();
+      if (diagnose) append(report.warnings, reading.recorded->fidelity(TavVersion(TAV_VERSION_CURRENT)));
     } catch (const std::string& message) {
       report.fault = Fault{message, std::nullopt, {}};
     }

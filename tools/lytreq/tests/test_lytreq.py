@@ -74,6 +74,12 @@ expect("parse.json", ["parse", "vl", "link7", "-t", "app", "--json"],
 check("parse.json.input-first", run(["parse", "--json", "vl x"])[1].startswith('{"input":'))
 expect("parse.write-fault", ["parse", "-k telNumber -v wb"], "", "lytreq: Not a valid argument for type\n", 1)
 expect("parse.empty", ["parse", "   "], "", "lytreq: empty request\n", 1)
+# Without --peer the text written is the current peer's, and what it leaves out is told.
+expect("parse.current-loses", ["parse", "-k src -v wb -s top index=2"], " -k src acc=replace -v wb acc=rate -s top \n",
+       "lytreq: warning: `index=2` reads back as `index=1` for peer 3, which accepts the text although it refuses the "
+       "request: Invalid Sort index [sort-changed]\n" + caret("-k src -v wb -s top index=2", 20, 7))
+expect("parse.current-loses-nothing", ["parse", "-k src -v wb -v pkt -s bottom index=2 updates=20"],
+       " -k src acc=replace -v wb acc=rate -v pkt acc=rate -s bottom index=2 updates=20 \n")
 
 FAULTS = [
     # (request, message, start, length, suggestions): the marked token, or a single ^ past the end
