@@ -54,62 +54,44 @@ enum class Code : unsigned char {
   ConvertedRefused,
 };
 
-struct CodeRow {
-  Code code;
-  DiagnosticCode entry;
+// The entry of each code, in the order of Code: a code's entry is found by its number.
+inline constexpr DiagnosticCode kCodes[] = {
+    {"invisible-character", Severity::Warning, "an invisible or control character inside a word"},
+    {"inline-comment", Severity::Warning, "\"#\" starts no comment: it and the words after it are names"},
+    {"filter-appended", Severity::Warning, "a later -f joins the request's one filter"},
+    {"operator-changed", Severity::Warning, "a filter's operator is not the one written"},
+    {"operator-ignored", Severity::Warning, "a compound filter without filters in it"},
+    {"option-repeated", Severity::Warning, "a setting given twice: the later one counts"},
+    {"word-ignored", Severity::Warning, "a word that is read and has no effect"},
+    {"word-misread", Severity::Warning, "a word read as something other than it looks"},
+    {"value-defaulted", Severity::Warning, "a number replaced by 0 or by the default"},
+    {"value-clamped", Severity::Warning, "a number beyond the range the reader keeps"},
+    {"entity-keyword", Severity::Warning, "a name that looks like a keyword"},
+    {"entity-empty", Severity::Warning, "a name with nothing before \"<>\" or \",\""},
+    {"entity-duplicate", Severity::Note, "the same name twice in one filter or column"},
+    {"filter-unsatisfiable", Severity::Warning, "a filter that no traffic can match"},
+    {"atom-empty", Severity::Warning, "a filter with no names"},
+    {"entity-comma", Severity::Note, "a name holding a comma, probably meant as two names"},
+    {"peer-unsupported", Severity::Warning, "the peer has no text for the request"},
+    {"text-unreadable", Severity::Warning, "the peer cannot read the text written for it"},
+    {"filter-dropped", Severity::Warning, "a filter that the written or converted request loses"},
+    {"filter-changed", Severity::Warning, "a filter that reads back with another negation"},
+    {"item-dropped", Severity::Warning, "a name that the peer's text loses"},
+    {"item-added", Severity::Warning, "a name that the peer's text gains"},
+    {"item-changed", Severity::Warning, "a name that reads back otherwise"},
+    {"column-dropped", Severity::Warning, "a column that the peer's text loses"},
+    {"column-added", Severity::Warning, "a column that the peer's text gains"},
+    {"column-changed", Severity::Warning, "a column that reads back with another type"},
+    {"column-moved", Severity::Warning, "a column that reads back at another place"},
+    {"mode-changed", Severity::Warning, "an accumulation mode that reads back otherwise"},
+    {"option-changed", Severity::Warning, "a column option that reads back otherwise"},
+    {"sort-changed", Severity::Warning, "the sort, its index or its updates read back otherwise"},
+    {"word-skipped", Severity::Warning, "legacy words the conversion skips"},
+    {"option-doubled", Severity::Warning, "a legacy option given twice where the older peers serve one"},
+    {"converted-unreadable", Severity::Warning, "a converted text that the reader refuses"},
+    {"converted-refused", Severity::Warning, "a converted request that its peer refuses"},
 };
-
-// In the order of Code.
-inline constexpr CodeRow kCodes[] = {
-    {Code::InvisibleCharacter,
-     {"invisible-character", Severity::Warning, "an invisible or control character inside a word"}},
-    {Code::InlineComment,
-     {"inline-comment", Severity::Warning, "\"#\" starts no comment: it and the words after it are names"}},
-    {Code::FilterAppended, {"filter-appended", Severity::Warning, "a later -f joins the request's one filter"}},
-    {Code::OperatorChanged, {"operator-changed", Severity::Warning, "a filter's operator is not the one written"}},
-    {Code::OperatorIgnored, {"operator-ignored", Severity::Warning, "a compound filter without filters in it"}},
-    {Code::OptionRepeated, {"option-repeated", Severity::Warning, "a setting given twice: the later one counts"}},
-    {Code::WordIgnored, {"word-ignored", Severity::Warning, "a word that is read and has no effect"}},
-    {Code::WordMisread, {"word-misread", Severity::Warning, "a word read as something other than it looks"}},
-    {Code::ValueDefaulted, {"value-defaulted", Severity::Warning, "a number replaced by 0 or by the default"}},
-    {Code::ValueClamped, {"value-clamped", Severity::Warning, "a number beyond the range the reader keeps"}},
-    {Code::EntityKeyword, {"entity-keyword", Severity::Warning, "a name that looks like a keyword"}},
-    {Code::EntityEmpty, {"entity-empty", Severity::Warning, "a name with nothing before \"<>\" or \",\""}},
-    {Code::EntityDuplicate, {"entity-duplicate", Severity::Note, "the same name twice in one filter or column"}},
-    {Code::FilterUnsatisfiable, {"filter-unsatisfiable", Severity::Warning, "a filter that no traffic can match"}},
-    {Code::AtomEmpty, {"atom-empty", Severity::Warning, "a filter with no names"}},
-    {Code::EntityComma, {"entity-comma", Severity::Note, "a name holding a comma, probably meant as two names"}},
-    {Code::PeerUnsupported, {"peer-unsupported", Severity::Warning, "the peer has no text for the request"}},
-    {Code::TextUnreadable, {"text-unreadable", Severity::Warning, "the peer cannot read the text written for it"}},
-    {Code::FilterDropped,
-     {"filter-dropped", Severity::Warning, "a filter that the written or converted request loses"}},
-    {Code::FilterChanged, {"filter-changed", Severity::Warning, "a filter that reads back with another negation"}},
-    {Code::ItemDropped, {"item-dropped", Severity::Warning, "a name that the peer's text loses"}},
-    {Code::ItemAdded, {"item-added", Severity::Warning, "a name that the peer's text gains"}},
-    {Code::ItemChanged, {"item-changed", Severity::Warning, "a name that reads back otherwise"}},
-    {Code::ColumnDropped, {"column-dropped", Severity::Warning, "a column that the peer's text loses"}},
-    {Code::ColumnAdded, {"column-added", Severity::Warning, "a column that the peer's text gains"}},
-    {Code::ColumnChanged, {"column-changed", Severity::Warning, "a column that reads back with another type"}},
-    {Code::ColumnMoved, {"column-moved", Severity::Warning, "a column that reads back at another place"}},
-    {Code::ModeChanged, {"mode-changed", Severity::Warning, "an accumulation mode that reads back otherwise"}},
-    {Code::OptionChanged, {"option-changed", Severity::Warning, "a column option that reads back otherwise"}},
-    {Code::SortChanged, {"sort-changed", Severity::Warning, "the sort, its index or its updates read back otherwise"}},
-    {Code::WordSkipped, {"word-skipped", Severity::Warning, "legacy words the conversion skips"}},
-    {Code::OptionDoubled,
-     {"option-doubled", Severity::Warning, "a legacy option given twice where the older peers serve one"}},
-    {Code::ConvertedUnreadable,
-     {"converted-unreadable", Severity::Warning, "a converted text that the reader refuses"}},
-    {Code::ConvertedRefused, {"converted-refused", Severity::Warning, "a converted request that its peer refuses"}},
-};
-
-constexpr bool codesInOrder() {
-  unsigned index = 0;
-  for (const CodeRow& row : kCodes) {
-    if (static_cast<unsigned>(row.code) != index++) return false;
-  }
-  return true;
-}
-static_assert(codesInOrder(), "a code's row is found by its number");
+static_assert(std::size(kCodes) == static_cast<std::size_t>(Code::ConvertedRefused) + 1, "a code without an entry");
 
 // "dir=in": the word of column option `option` (an index of kColumnOptions) for `code`.
 inline std::string columnOptionWord(std::size_t option, int code) {
@@ -122,7 +104,7 @@ inline std::string columnOptionWord(std::size_t option, int code) {
 class Findings {
  public:
   void add(Code code, Span at, std::string message) {
-    const DiagnosticCode& entry = kCodes[static_cast<unsigned>(code)].entry;
+    const DiagnosticCode& entry = kCodes[static_cast<unsigned>(code)];
     found.push_back(Diagnostic{std::string(entry.code), entry.severity, std::move(message), at.start, at.length});
   }
   bool empty() const { return found.empty(); }
@@ -138,11 +120,8 @@ class Findings {
 
 // "`word`": how messages quote a word of the text.
 inline std::string quoted(std::string_view word) {
-  std::string out;
-  out.reserve(word.size() + 2);
-  out += '`';
-  out.append(word.data(), word.size());
-  out += '`';
+  std::string out(word.size() + 2, '`');
+  word.copy(&out[1], word.size());
   return out;
 }
 
