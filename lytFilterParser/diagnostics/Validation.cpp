@@ -17,31 +17,23 @@ Span column(const Record& outline, const RecordColumns& columns, std::size_t c, 
   return type ? columns[c].type : columns[c].whole;
 }
 
-// Name `n` of the first key.
-Span keyName(const Record& outline, std::size_t n) {
-  if (outline.keys.empty()) return whole(outline);
-  const RecordColumn& key = outline.keys[0];
-  std::size_t seen = 0;
-  for (std::uint32_t w = key.firstWord; w < key.firstWord + key.wordCount; ++w) {
-    if (outline.words[w].part == Part::Name && seen++ == n) return outline.words[w].span;
-  }
-  return key.type;
-}
+constexpr std::size_t kLast = static_cast<std::size_t>(-1);
 
-// The word of `part` in value column `v` that counts (the last, or the
-// first of the names), else the column's type. A column option's word
-// counts only for its own option.
-Span valueWord(const Record& outline, std::size_t v, Part part, std::size_t option, bool first) {
-  if (v >= outline.values.size()) return whole(outline);
-  const RecordColumn& column = outline.values[v];
+// Word `nth` (or the last) of `part` in column `c`, else the column's type.
+// A column option's word counts only for its own option.
+Span columnWord(const Record& outline, const RecordColumns& columns, std::size_t c, Part part, std::size_t nth,
+                std::size_t option = 0) {
+  if (c >= columns.size()) return whole(outline);
+  const RecordColumn& column = columns[c];
   Span found = column.type;
+  std::size_t seen = 0;
   for (std::uint32_t w = column.firstWord; w < column.firstWord + column.wordCount; ++w) {
     const RecordWord& word = outline.words[w];
     if (word.part != part || (part == Part::ColumnOption && word.option != option)) continue;
     found = word.span;
-    if (first) break;
+    if (seen++ == nth) return found;
   }
-  return found;
+  return nth == kLast ? found : column.type;
 }
 
 // The last "index=" or "updates=" word of the last "-s", else that "-s".
@@ -65,12 +57,13 @@ Span blamedPlace(const Record& outline, const Blame& blame) {
     case Blame::End: return Span{outline.text.size(), 0};
     case Blame::KeyColumn: return column(outline, outline.keys, blame.index, false);
     case Blame::KeyType: return column(outline, outline.keys, blame.index, true);
-    case Blame::KeyName: return keyName(outline, blame.index);
+    case Blame::KeyName: return columnWord(outline, outline.keys, 0, Part::Name, blame.index);
     case Blame::ValueColumn: return column(outline, outline.values, blame.index, false);
     case Blame::ValueType: return column(outline, outline.values, blame.index, true);
-    case Blame::ValueMode: return valueWord(outline, blame.index, Part::Accumulation, blame.option, false);
-    case Blame::ValueNames: return valueWord(outline, blame.index, Part::Name, blame.option, true);
-    case Blame::ValueOption: return valueWord(outline, blame.index, Part::ColumnOption, blame.option, false);
+    case Blame::ValueMode: return columnWord(outline, outline.values, blame.index, Part::Accumulation, kLast);
+    case Blame::ValueNames: return columnWord(outline, outline.values, blame.index, Part::Name, 0);
+    case Blame::ValueOption:
+      return columnWord(outline, outline.values, blame.index, Part::ColumnOption, kLast, blame.option);
     case Blame::SortIndex: return sortWord(outline, Part::Index);
     case Blame::MaxUpdates: return sortWord(outline, Part::Updates);
     case Blame::FilterAtom:
