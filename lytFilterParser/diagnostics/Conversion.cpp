@@ -1,6 +1,5 @@
 #include "lytFilterParser/diagnostics/Conversion.h"
 
-#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -20,14 +19,6 @@ namespace {
 bool isLegacy(TavVersion peer) { return peer == TAV_VERSION_LEGACY_1 || peer == TAV_VERSION_LEGACY_2; }
 
 std::string_view textOf(std::string_view line, Span span) { return line.substr(span.start, span.length); }
-
-std::string partName(Part part) {
-  switch (part) {
-    case Part::Accumulation: return "an accumulation mode";
-    case Part::SortWord: return "a sort word, which a key column ignores";
-    default: return "a column option";
-  }
-}
 
 constexpr char kPassed[] = " follows a plain group, after which the line is read as the current syntax: ";
 
@@ -60,7 +51,10 @@ std::pair<Code, std::string> meaning(std::string_view word, const LegacyEvent& e
               " stands where the filter's " + quoted(std::string(1, kOpenBracket)) + " belongs and is skipped"};
     case LegacyEvent::PassedFilter: return {Code::FilterDropped, std::string(kPassed) + "as names, not as a filter"};
     case LegacyEvent::PassedWord:
-      return {Code::WordMisread, std::string(kPassed) + "the key column takes it as " + partName(event.part)};
+      return {Code::WordMisread, std::string(kPassed) + "the key column takes it as " +
+                                     (event.part == Part::Accumulation ? "an accumulation mode"
+                                      : event.part == Part::SortWord   ? "a sort word, which a key column ignores"
+                                                                       : "a column option")};
     case LegacyEvent::OptionRepeated:
       return {Code::OptionDoubled, std::string(" gives the request a second ") +
                                        (event.option == LEGACY_VALUE ? "value" : "key") +

@@ -164,11 +164,8 @@ class Comparison {
   // The children of a compound, each lifted; an atom alone stands for itself.
   // Only the request's own side has places in the outline.
   std::vector<Side> childrenSides(Side side, bool own) const {
+    if (!isCompound(*side.node)) return {side};
     std::vector<Side> sides;
-    if (!isCompound(*side.node)) {
-      sides.push_back(side);
-      return sides;
-    }
     std::uint32_t index = side.index + 1;
     for (const std::unique_ptr<AbstractFilter>& child : childrenOf(*side.node)) {
       sides.push_back(lift(Side{child.get(), index}));
