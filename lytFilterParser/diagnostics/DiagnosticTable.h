@@ -17,81 +17,57 @@
 namespace lytFilterParser {
 namespace detail {
 
+// Every code: its enumerator, its name, its severity and its meaning for
+// people, in the order of docs/diagnostics.md.
+#define LFP_DIAGNOSTIC_CODES(X)                                                                               \
+  X(InvisibleCharacter, "invisible-character", Warning, "an invisible or control character inside a word")    \
+  X(InlineComment, "inline-comment", Warning, "\"#\" starts no comment: it and the words after it are names") \
+  X(FilterAppended, "filter-appended", Warning, "a later -f joins the request's one filter")                  \
+  X(OperatorChanged, "operator-changed", Warning, "a filter's operator is not the one written")               \
+  X(OperatorIgnored, "operator-ignored", Warning, "a compound filter without filters in it")                  \
+  X(OptionRepeated, "option-repeated", Warning, "a setting given twice: the later one counts")                \
+  X(WordIgnored, "word-ignored", Warning, "a word that is read and has no effect")                            \
+  X(WordMisread, "word-misread", Warning, "a word read as something other than it looks")                     \
+  X(ValueDefaulted, "value-defaulted", Warning, "a number replaced by 0 or by the default")                   \
+  X(ValueClamped, "value-clamped", Warning, "a number beyond the range the reader keeps")                     \
+  X(EntityKeyword, "entity-keyword", Warning, "a name that looks like a keyword")                             \
+  X(EntityEmpty, "entity-empty", Warning, "a name with nothing before \"<>\" or \",\"")                       \
+  X(EntityDuplicate, "entity-duplicate", Note, "the same name twice in one filter or column")                 \
+  X(FilterUnsatisfiable, "filter-unsatisfiable", Warning, "a filter that no traffic can match")               \
+  X(AtomEmpty, "atom-empty", Warning, "a filter with no names")                                               \
+  X(EntityComma, "entity-comma", Note, "a name holding a comma, probably meant as two names")                 \
+  X(PeerUnsupported, "peer-unsupported", Warning, "the peer has no text for the request")                     \
+  X(TextUnreadable, "text-unreadable", Warning, "the peer cannot read the text written for it")               \
+  X(FilterDropped, "filter-dropped", Warning, "a filter that the written or converted request loses")         \
+  X(FilterChanged, "filter-changed", Warning, "a filter that reads back with another negation")               \
+  X(ItemDropped, "item-dropped", Warning, "a name that the peer's text loses")                                \
+  X(ItemAdded, "item-added", Warning, "a name that the peer's text gains")                                    \
+  X(ItemChanged, "item-changed", Warning, "a name that reads back otherwise")                                 \
+  X(ColumnDropped, "column-dropped", Warning, "a column that the peer's text loses")                          \
+  X(ColumnAdded, "column-added", Warning, "a column that the peer's text gains")                              \
+  X(ColumnChanged, "column-changed", Warning, "a column that reads back with another type")                   \
+  X(ColumnMoved, "column-moved", Warning, "a column that reads back at another place")                        \
+  X(ModeChanged, "mode-changed", Warning, "an accumulation mode that reads back otherwise")                   \
+  X(OptionChanged, "option-changed", Warning, "a column option that reads back otherwise")                    \
+  X(SortChanged, "sort-changed", Warning, "the sort, its index or its updates read back otherwise")           \
+  X(WordSkipped, "word-skipped", Warning, "legacy words the conversion skips")                                \
+  X(OptionDoubled, "option-doubled", Warning, "a legacy option given twice where the older peers serve one")  \
+  X(ConvertedUnreadable, "converted-unreadable", Warning, "a converted text that the reader refuses")         \
+  X(ConvertedRefused, "converted-refused", Warning, "a converted request that its peer refuses")
+
 enum class Code : unsigned char {
-  InvisibleCharacter,
-  InlineComment,
-  FilterAppended,
-  OperatorChanged,
-  OperatorIgnored,
-  OptionRepeated,
-  WordIgnored,
-  WordMisread,
-  ValueDefaulted,
-  ValueClamped,
-  EntityKeyword,
-  EntityEmpty,
-  EntityDuplicate,
-  FilterUnsatisfiable,
-  AtomEmpty,
-  EntityComma,
-  PeerUnsupported,
-  TextUnreadable,
-  FilterDropped,
-  FilterChanged,
-  ItemDropped,
-  ItemAdded,
-  ItemChanged,
-  ColumnDropped,
-  ColumnAdded,
-  ColumnChanged,
-  ColumnMoved,
-  ModeChanged,
-  OptionChanged,
-  SortChanged,
-  WordSkipped,
-  OptionDoubled,
-  ConvertedUnreadable,
-  ConvertedRefused,
+#define LFP_CODE_ENUMERATOR(name, code, severity, meaning) name,
+  LFP_DIAGNOSTIC_CODES(LFP_CODE_ENUMERATOR)
+#undef LFP_CODE_ENUMERATOR
 };
 
-// The entry of each code, in the order of Code: a code's entry is found by its number.
+// The entry of each code, found by its number.
 inline constexpr DiagnosticCode kCodes[] = {
-    {"invisible-character", Severity::Warning, "an invisible or control character inside a word"},
-    {"inline-comment", Severity::Warning, "\"#\" starts no comment: it and the words after it are names"},
-    {"filter-appended", Severity::Warning, "a later -f joins the request's one filter"},
-    {"operator-changed", Severity::Warning, "a filter's operator is not the one written"},
-    {"operator-ignored", Severity::Warning, "a compound filter without filters in it"},
-    {"option-repeated", Severity::Warning, "a setting given twice: the later one counts"},
-    {"word-ignored", Severity::Warning, "a word that is read and has no effect"},
-    {"word-misread", Severity::Warning, "a word read as something other than it looks"},
-    {"value-defaulted", Severity::Warning, "a number replaced by 0 or by the default"},
-    {"value-clamped", Severity::Warning, "a number beyond the range the reader keeps"},
-    {"entity-keyword", Severity::Warning, "a name that looks like a keyword"},
-    {"entity-empty", Severity::Warning, "a name with nothing before \"<>\" or \",\""},
-    {"entity-duplicate", Severity::Note, "the same name twice in one filter or column"},
-    {"filter-unsatisfiable", Severity::Warning, "a filter that no traffic can match"},
-    {"atom-empty", Severity::Warning, "a filter with no names"},
-    {"entity-comma", Severity::Note, "a name holding a comma, probably meant as two names"},
-    {"peer-unsupported", Severity::Warning, "the peer has no text for the request"},
-    {"text-unreadable", Severity::Warning, "the peer cannot read the text written for it"},
-    {"filter-dropped", Severity::Warning, "a filter that the written or converted request loses"},
-    {"filter-changed", Severity::Warning, "a filter that reads back with another negation"},
-    {"item-dropped", Severity::Warning, "a name that the peer's text loses"},
-    {"item-added", Severity::Warning, "a name that the peer's text gains"},
-    {"item-changed", Severity::Warning, "a name that reads back otherwise"},
-    {"column-dropped", Severity::Warning, "a column that the peer's text loses"},
-    {"column-added", Severity::Warning, "a column that the peer's text gains"},
-    {"column-changed", Severity::Warning, "a column that reads back with another type"},
-    {"column-moved", Severity::Warning, "a column that reads back at another place"},
-    {"mode-changed", Severity::Warning, "an accumulation mode that reads back otherwise"},
-    {"option-changed", Severity::Warning, "a column option that reads back otherwise"},
-    {"sort-changed", Severity::Warning, "the sort, its index or its updates read back otherwise"},
-    {"word-skipped", Severity::Warning, "legacy words the conversion skips"},
-    {"option-doubled", Severity::Warning, "a legacy option given twice where the older peers serve one"},
-    {"converted-unreadable", Severity::Warning, "a converted text that the reader refuses"},
-    {"converted-refused", Severity::Warning, "a converted request that its peer refuses"},
+#define LFP_CODE_ENTRY(name, code, severity, meaning) {code, Severity::severity, meaning},
+    LFP_DIAGNOSTIC_CODES(LFP_CODE_ENTRY)
+#undef LFP_CODE_ENTRY
 };
-static_assert(std::size(kCodes) == static_cast<std::size_t>(Code::ConvertedRefused) + 1, "a code without an entry");
+#undef LFP_DIAGNOSTIC_CODES
 
 // "dir=in": the word of column option `option` (an index of kColumnOptions) for `code`.
 inline std::string columnOptionWord(std::size_t option, int code) {
