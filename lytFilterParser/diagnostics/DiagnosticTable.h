@@ -71,9 +71,7 @@ inline constexpr DiagnosticCode kCodes[] = {
 
 // "dir=in": the word of column option `option` (an index of kColumnOptions) for `code`.
 inline std::string columnOptionWord(std::size_t option, int code) {
-  std::string word(kColumnOptions[option].name);
-  word += wordOf<int>(kColumnOptions[option].values, code);
-  return word;
+  return std::string(kColumnOptions[option].name).append(wordOf<int>(kColumnOptions[option].values, code));
 }
 
 // The diagnostics found so far, handed out in the order of the text.

@@ -42,19 +42,19 @@ struct Item {
   std::string shown;  // how it is written
 };
 
-std::vector<Item> itemsOf(const TavEntityArray& entities) {
+// The items of a list of entities or of interface items.
+template <class List>
+std::vector<Item> itemsOf(const List& list) {
   std::vector<Item> items;
-  for (const TavEntity& entity : entities) items.push_back(Item{entity.getName(), entity.dump()});
+  for (const auto& item : list) items.push_back(Item{item.getName(), item.dump()});
   return items;
 }
 
-std::vector<Item> itemsOf(const AbstractFilter& atom) {
+std::vector<Item> atomItems(const AbstractFilter& atom) {
   if (const auto* content = dynamic_cast<const ContentFilterBase*>(&atom)) return itemsOf(content->getEntities());
-  std::vector<Item> items;
-  if (const auto* interfaces = dynamic_cast<const InterfaceAtomFilter*>(&atom)) {
-    for (const InterfaceInfo& item : interfaces->getInterfaces()) items.push_back(Item{item.getName(), item.dump()});
-  }
-  return items;
+  if (const auto* interfaces = dynamic_cast<const InterfaceAtomFilter*>(&atom))
+    return itemsOf(interfaces->getInterfaces());
+  return {};
 }
 
 // What pairs a filter node with one of the other side: compound, or the
@@ -182,7 +182,9 @@ class Comparison {
         static_cast<const Filter*>(mine.node)->getOperator() != static_cast<const Filter&>(theirs).getOperator()) {
       const std::string_view op =
           wordOf<FilterOperator>(kFilterOperators, static_cast<const Filter&>(theirs).getOperator());
-      add(Code::OperatorChanged, operatorSpan(mine.index), "the filter reads back joined by " + quoted(op));
+      // The operator word; for the root without one (an atom list), the filter options.
+      const bool head = located && outline.nodes[mine.index].head.length > 0;
+      add(Code::OperatorChanged, nodeSpan(mine.index, head), "the filter reads back joined by " + quoted(op));
     }
     const std::vector<Side> own = childrenSides(mine, true);
     const std::vector<Side> other = childrenSides(Side{&theirs, 0}, false);
@@ -211,13 +213,6 @@ class Comparison {
       add(Code::FilterChanged, nodeSpan(mine.index, false), "the filter gains a part");
   }
 
-  // The operator word of a compound; for the root without one (an atom list),
-  // the filter options.
-  Span operatorSpan(std::uint32_t index) const {
-    if (!located) return whole();
-    return outline.nodes[index].head.length > 0 ? outline.nodes[index].head : outline.nodes[index].whole;
-  }
-
   // The places of the names of a filter node or a column; none without one.
   template <class Owner>
   std::vector<Span> nameSpans(const Owner* owner) const {
@@ -238,7 +233,7 @@ class Comparison {
           std::string("the filter reads back ") + (other->isNegated() ? "negated" : "without negation"));
     }
     const std::vector<Span> names = nameSpans(located ? &outline.nodes[mine.index] : nullptr);
-    items(itemsOf(*own), itemsOf(theirs), names, nodeSpan(mine.index, false));
+    items(atomItems(*own), atomItems(theirs), names, nodeSpan(mine.index, false));
   }
 
   // Lists of the same length pair by place; otherwise by name.
