@@ -27,10 +27,9 @@ constexpr char kPassed[] = " follows a plain group, after which the line is read
 std::pair<Code, std::string> meaning(std::string_view word, const LegacyEvent& event) {
   switch (event.kind) {
     case LegacyEvent::WordSkipped:
-      if (word.find(' ') != std::string_view::npos) {
-        return {Code::WordSkipped, " are no legacy syntax and the conversion skips them"};
-      }
-      return {Code::WordSkipped, " is no legacy syntax and the conversion skips it"};
+      return {Code::WordSkipped, word.find(' ') == std::string_view::npos
+                                     ? " is no legacy syntax and the conversion skips it"
+                                     : " are no legacy syntax and the conversion skips them"};
     case LegacyEvent::FilterDropped:
       return {Code::FilterDropped,
               " is not read: its first word names no legacy filter, and the converted request has no filter for it"};
