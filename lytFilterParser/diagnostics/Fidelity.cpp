@@ -336,34 +336,30 @@ class Comparison {
   }
 
   void sort(const NetworkKovaRequest& mine, const NetworkKovaRequest& theirs) {
-    // Without a sort word, the older peers' sort comes from the first key.
-    Span sortPlace = located && !outline.keys.empty() ? outline.keys[0].whole : Span{outline.text.size(), 0};
-    Span updatesPlace{outline.text.size(), 0}, indexPlace = sortPlace;
+    Span sortPlace = whole(), indexPlace = whole(), updatesPlace = whole();
     if (located) {
-      for (const SortSetting& setting : outline.sorts) {
-        sortPlace = indexPlace = setting.type;
-        if (setting.column >= 0) continue;
-        updatesPlace = setting.type;
-        for (std::uint32_t w = setting.firstWord; w < setting.firstWord + setting.wordCount; ++w) {
-          if (outline.words[w].part == Part::Updates) updatesPlace = outline.words[w].span;
-          if (outline.words[w].part == Part::Index) indexPlace = outline.words[w].span;
-        }
-      }
+      // The last word that sets the sort; without one, the older peers' sort comes from the first key.
+      sortPlace = outline.keys.empty() ? Span{outline.text.size(), 0} : outline.keys[0].whole;
+      if (!outline.sorts.empty()) sortPlace = outline.sorts.back().type;
+      // The index and the updates where validation places them, unless a column's sort word comes last.
+      const bool option = !outline.sorts.empty() && outline.sorts.back().column < 0;
+      indexPlace = option ? blamedPlace(outline, Blame{Blame::SortIndex}) : sortPlace;
+      updatesPlace = blamedPlace(outline, Blame{Blame::MaxUpdates});
     }
     const TavSortType own = appliedSort(mine);
     const TavSortType other = appliedSort(theirs);
     if (own != other) {
-      add(Code::SortChanged, place(sortPlace),
+      add(Code::SortChanged, sortPlace,
           describeSort(own, mine.getSortIndex()) + " reads back as " + describeSort(other, theirs.getSortIndex()));
     } else if (mine.getSortIndex() != theirs.getSortIndex()) {
       // The text leaves the index out (one value column, or no sort): it reads back as 1.
       const std::string index(kSortOptions[SORT_INDEX].text);
-      changed(Code::SortChanged, place(indexPlace), index + std::to_string(mine.getSortIndex()),
+      changed(Code::SortChanged, indexPlace, index + std::to_string(mine.getSortIndex()),
               index + std::to_string(theirs.getSortIndex()), refusedButAccepted(mine, theirs));
     }
     if (mine.getMaxUpdates() != theirs.getMaxUpdates()) {
       const std::string updates(kSortOptions[SORT_UPDATES].text);
-      changed(Code::SortChanged, place(updatesPlace), updates + std::to_string(mine.getMaxUpdates()),
+      changed(Code::SortChanged, updatesPlace, updates + std::to_string(mine.getMaxUpdates()),
               updates + std::to_string(theirs.getMaxUpdates()));
     }
   }
