@@ -1,7 +1,5 @@
 #include "lytFilterParser/diagnostics/Conversion.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -22,75 +20,46 @@ bool isLegacy(TavVersion peer) { return peer == TAV_VERSION_LEGACY_1 || peer == 
 
 std::string_view textOf(std::string_view line, Span span) { return line.substr(span.start, span.length); }
 
-std::string partName(Part part) {
-  switch (part) {
-    case Part::Accumulation: return "an accumulation mode";
-    case Part::SortWord: return "a sort word, which a key column ignores";
-    default: return "a column option";
-  }
-}
+constexpr char kPassed[] = " follows a plain group, after which the line is read as the current syntax: ";
 
-// What each decision of the translation means for the converted request.
-void describe(std::string_view line, const LegacyEvent& event, Findings& found) {
-  const std::string word = quoted(textOf(line, event.span));
-  const std::string plain(legacyNegationFlag(false)), negated(legacyNegationFlag(true));
+// What a decision of the translation about `word` means for the converted
+// request: its code, and what the message says after the quoted word.
+std::pair<Code, std::string> meaning(std::string_view word, const LegacyEvent& event) {
   switch (event.kind) {
-    case LegacyEvent::WordSkipped: {
-      const bool several = textOf(line, event.span).find(' ') != std::string_view::npos;
-      found.add(Code::WordSkipped, event.span,
-                word + (several ? " are" : " is") + " no legacy syntax and the conversion skips " +
-                    (several ? "them" : "it"));
-      break;
-    }
+    case LegacyEvent::WordSkipped:
+      return {Code::WordSkipped, word.find(' ') == std::string_view::npos
+                                     ? " is no legacy syntax and the conversion skips it"
+                                     : " are no legacy syntax and the conversion skips them"};
     case LegacyEvent::FilterDropped:
-      found.add(
-          Code::FilterDropped, event.span,
-          word + " is not read: its first word names no legacy filter, and the converted request has no filter for it");
-      break;
+      return {Code::FilterDropped,
+              " is not read: its first word names no legacy filter, and the converted request has no filter for it"};
     case LegacyEvent::OperatorSkipped:
-      found.add(Code::OperatorChanged, event.span,
-                word + " is skipped: the legacy filters are joined by " +
-                    quoted(wordOf<FilterOperator>(kFilterOperators, FILTER_AND)));
-      break;
-    case LegacyEvent::OptionLonger:
-      found.add(Code::WordMisread, event.span, word + " is read as " + quoted(textOf(line, event.span).substr(0, 2)));
-      break;
+      return {Code::OperatorChanged, " is skipped: the legacy filters are joined by " +
+                                         quoted(wordOf<FilterOperator>(kFilterOperators, FILTER_AND))};
+    case LegacyEvent::OptionLonger: return {Code::WordMisread, " is read as " + quoted(word.substr(0, 2))};
     case LegacyEvent::FirstLetter: {
-      const std::string_view argument = textOf(line, event.span);
       const std::string option(legacyOptionWord(static_cast<LegacyOption>(event.option)));
-      found.add(Code::WordMisread, event.span,
-                word + " is read as " + quoted(option + " " + std::string(argument.substr(0, 1))) +
-                    ": only its first letter counts");
-      break;
+      return {Code::WordMisread, " is read as " + quoted(option + " " + std::string(word.substr(0, 1))) +
+                                     ": only its first letter counts"};
     }
     case LegacyEvent::FlagMisread:
-      found.add(Code::WordMisread, event.span,
-                word + " is read as " + quoted(plain) + ": only " + quoted(negated) + " negates a legacy filter");
-      break;
+      return {Code::WordMisread, " is read as " + quoted(legacyNegationFlag(false)) + ": only " +
+                                     quoted(legacyNegationFlag(true)) + " negates a legacy filter"};
     case LegacyEvent::BracketSkipped:
-      found.add(
-          Code::WordSkipped, event.span,
-          word + " stands where the filter's " + quoted(std::string(1, kOpenBracket)) + " belongs and is skipped");
-      break;
-    case LegacyEvent::PassedFilter:
-      found.add(
-          Code::FilterDropped, event.span,
-          word +
-              " follows a plain group, after which the line is read as the current syntax: as names, not as a filter");
-      break;
+      return {Code::WordSkipped,
+              " stands where the filter's " + quoted(std::string(1, kOpenBracket)) + " belongs and is skipped"};
+    case LegacyEvent::PassedFilter: return {Code::FilterDropped, std::string(kPassed) + "as names, not as a filter"};
     case LegacyEvent::PassedWord:
-      found.add(Code::WordMisread, event.span,
-                word +
-                    " follows a plain group, after which the line is read as the current syntax: the key column takes "
-                    "it as " +
-                    partName(event.part));
-      break;
+      return {Code::WordMisread, std::string(kPassed) + "the key column takes it as " +
+                                     (event.part == Part::Accumulation ? "an accumulation mode"
+                                      : event.part == Part::SortWord   ? "a sort word, which a key column ignores"
+                                                                       : "a column option")};
     case LegacyEvent::OptionRepeated:
-      found.add(Code::OptionDoubled, event.span,
-                word + " gives the request a second " + (event.option == LEGACY_VALUE ? "value" : "key") +
-                    " column, which the older peers do not serve");
-      break;
+      return {Code::OptionDoubled, std::string(" gives the request a second ") +
+                                       (event.option == LEGACY_VALUE ? "value" : "key") +
+                                       " column, which the older peers do not serve"};
   }
+  return {Code::WordSkipped, std::string()};
 }
 
 // The converted text read back as the current reader reads it, and the
@@ -115,18 +84,16 @@ void checkConverted(std::string_view line, const std::string& converted, Finding
   }
 }
 
-// Where convert's refusal of `line` stands.
+// Where convert's refusal of `line` for a peer other than 1 and 2 stands.
 Span refusalPlace(std::string_view line, TavVersion peer, const std::string& error) {
-  if (peer == TAV_VERSION_CURRENT) {
-    const Reading reading = readText(line, false);
-    return reading.fault == error ? reading.at : Span{line.size(), 0};
-  }
-  if (!isLegacy(peer)) return Span{0, line.size()};
-  TextTokens tokens(line);
-  WordTokens translated;
-  std::string fault;
-  LegacyTrace trace;
-  if (!translateLegacy(tokens, translated, fault, &trace)) return trace.faultAt;
+  if (peer != TAV_VERSION_CURRENT) return Span{0, line.size()};
+  const Reading reading = readText(line, false);
+  return reading.fault == error ? reading.at : Span{line.size(), 0};
+}
+
+// Where the current-syntax reader refuses a legacy line's translation with
+// `error`, which convert gave; the end of the line when it does not.
+Span readerPlace(std::string_view line, WordTokens& translated, const std::string& error) {
   Reader reader;
   NetworkKovaRequest request(Filter(), TavColumnArray(), TavColumnArray(), TAV_SORT_NONE, 1);
   WordTokens::iterator cur = translated.begin();
@@ -142,18 +109,25 @@ Conversion convertWithDiagnostics(const std::string& line, TavVersion peer) {
   Conversion conversion;
   std::string error;
   conversion.request = LYTKovaRequest::convert(line, peer, error);
-  if (!error.empty()) {
-    conversion.refusal = refusalAt(error, refusalPlace(line, peer, error), line);
+  if (!isLegacy(peer)) {
+    if (!error.empty()) conversion.refusal = refusalAt(error, refusalPlace(line, peer, error), line);
     return conversion;
   }
-  if (!isLegacy(peer)) return conversion;
   TextTokens tokens(line);
   WordTokens translated;
   std::string fault;
   LegacyTrace trace;
-  translateLegacy(tokens, translated, fault, &trace);
+  const bool complete = translateLegacy(tokens, translated, fault, &trace);
+  if (!error.empty()) {
+    conversion.refusal = refusalAt(error, complete ? readerPlace(line, translated, error) : trace.faultAt, line);
+    return conversion;
+  }
   Findings found;
-  for (const LegacyEvent& event : trace.events) describe(line, event, found);
+  for (const LegacyEvent& event : trace.events) {
+    const std::string_view word = textOf(line, event.span);
+    std::pair<Code, std::string> said = meaning(word, event);
+    found.add(said.first, event.span, quoted(word) + said.second);
+  }
   checkConverted(line, conversion.request, found);
   conversion.diagnostics = found.finish();
   return conversion;

@@ -7,11 +7,7 @@ namespace lytFilterParser {
 std::string_view severityName(Severity severity) { return severity == Severity::Note ? "note" : "warning"; }
 
 const std::vector<DiagnosticCode>& diagnosticCodes() {
-  static const std::vector<DiagnosticCode> codes = [] {
-    std::vector<DiagnosticCode> list;
-    for (const detail::CodeRow& row : detail::kCodes) list.push_back(row.entry);
-    return list;
-  }();
+  static const std::vector<DiagnosticCode> codes(std::begin(detail::kCodes), std::end(detail::kCodes));
   return codes;
 }
 

@@ -46,16 +46,8 @@ std::optional<Refusal> RecordedRequest::validate(TavVersion peer) const {
   const auto* network = dynamic_cast<const NetworkKovaRequest*>(state->reading.request.get());
   if (network == nullptr) return std::nullopt;
   NetworkKovaRequest copy(*network);
-  std::string message;
-  detail::Blame blame;
-  if (detail::Validator::isValid(copy, peer, message, &blame)) return std::nullopt;
-  const Span at = detail::blamedPlace(state->reading.record, blame);
-  return Refusal{std::move(message), at.start, at.length, {}};
+  return validate(copy, peer);
 }
-
-}  // namespace lytFilterParser
-
-namespace lytFilterParser {
 
 std::optional<Refusal> RecordedRequest::validate(NetworkKovaRequest& request, TavVersion peer) const {
   std::string message;

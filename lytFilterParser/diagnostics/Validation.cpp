@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <utility>
 
-#include "lytFilterParser/diagnostics/DiagnosticTable.h"
 #include "lytFilterParser/diagnostics/Reading.h"
 #include "lytFilterParser/request/Validator.h"
 
@@ -11,86 +10,67 @@ namespace lytFilterParser {
 namespace detail {
 namespace {
 
-// The place of the item validation blamed, found in the outline of the text.
-class Locator {
- public:
-  explicit Locator(const Record& outline) : outline(outline) {}
+Span whole(const Record& outline) { return Span{0, outline.text.size()}; }
 
-  Span locate(const Blame& blame) const {
-    switch (blame.item) {
-      case Blame::End: return Span{outline.text.size(), 0};
-      case Blame::KeyColumn: return column(outline.keys, blame.index, false);
-      case Blame::KeyType: return column(outline.keys, blame.index, true);
-      case Blame::KeyName: return keyName(blame.index);
-      case Blame::ValueColumn: return column(outline.values, blame.index, false);
-      case Blame::ValueType: return column(outline.values, blame.index, true);
-      case Blame::ValueMode: return valueWord(blame.index, Part::Accumulation, blame.option, false);
-      case Blame::ValueNames: return valueWord(blame.index, Part::Name, blame.option, true);
-      case Blame::ValueOption: return valueWord(blame.index, Part::ColumnOption, blame.option, false);
-      case Blame::SortIndex: return sortWord(Part::Index);
-      case Blame::MaxUpdates: return sortWord(Part::Updates);
-      case Blame::FilterAtom: return blame.index < outline.nodes.size() ? outline.nodes[blame.index].head : whole();
-      default: return whole();
+Span column(const Record& outline, const RecordColumns& columns, std::size_t c, bool type) {
+  if (c >= columns.size()) return whole(outline);
+  return type ? columns[c].type : columns[c].whole;
+}
+
+constexpr std::size_t kLast = static_cast<std::size_t>(-1);
+
+// Word `nth` (or the last) of `part` in column `c`, else the column's type.
+// A column option's word counts only for its own option.
+Span columnWord(const Record& outline, const RecordColumns& columns, std::size_t c, Part part, std::size_t nth,
+                std::size_t option = 0) {
+  if (c >= columns.size()) return whole(outline);
+  const RecordColumn& column = columns[c];
+  Span found = column.type;
+  std::size_t seen = 0;
+  for (std::uint32_t w = column.firstWord; w < column.firstWord + column.wordCount; ++w) {
+    const RecordWord& word = outline.words[w];
+    if (word.part != part || (part == Part::ColumnOption && word.option != option)) continue;
+    found = word.span;
+    if (seen++ == nth) return found;
+  }
+  return nth == kLast ? found : column.type;
+}
+
+// The last "index=" or "updates=" word of the last "-s", else that "-s".
+Span sortWord(const Record& outline, Part part) {
+  Span found{outline.text.size(), 0};
+  for (const SortSetting& setting : outline.sorts) {
+    if (setting.column >= 0) continue;
+    found = setting.type;
+    for (std::uint32_t w = setting.firstWord; w < setting.firstWord + setting.wordCount; ++w) {
+      if (outline.words[w].part == part) found = outline.words[w].span;
     }
   }
-
- private:
-  Span whole() const { return Span{0, outline.text.size()}; }
-
-  Span column(const RecordColumns& columns, std::size_t c, bool type) const {
-    if (c >= columns.size()) return whole();
-    return type ? columns[c].type : columns[c].whole;
-  }
-
-  // Name `n` of the first key.
-  Span keyName(std::size_t n) const {
-    if (outline.keys.empty()) return whole();
-    const RecordColumn& key = outline.keys[0];
-    std::size_t seen = 0;
-    for (std::uint32_t w = key.firstWord; w < key.firstWord + key.wordCount; ++w) {
-      if (outline.words[w].part == Part::Name && seen++ == n) return outline.words[w].span;
-    }
-    return key.type;
-  }
-
-  // The word of `part` in value column `v` that counts (the last, or the
-  // first of the names), else the column's type. A column option's word
-  // counts only for its own option.
-  Span valueWord(std::size_t v, Part part, std::size_t option, bool first) const {
-    if (v >= outline.values.size()) return whole();
-    const RecordColumn& column = outline.values[v];
-    Span found = column.type;
-    for (std::uint32_t w = column.firstWord; w < column.firstWord + column.wordCount; ++w) {
-      const RecordWord& word = outline.words[w];
-      if (word.part != part || (part == Part::ColumnOption && word.option != option)) continue;
-      found = word.span;
-      if (first) break;
-    }
-    return found;
-  }
-
-  // The last "index=" or "updates=" word of the last "-s", else that "-s".
-  Span sortWord(Part part) const {
-    Span found{outline.text.size(), 0};
-    for (const SortSetting& setting : outline.sorts) {
-      if (setting.column >= 0) continue;
-      found = setting.type;
-      for (std::uint32_t w = setting.firstWord; w < setting.firstWord + setting.wordCount; ++w) {
-        if (outline.words[w].part == part) found = outline.words[w].span;
-      }
-    }
-    return found;
-  }
-
-  const Record& outline;
-};
+  return found;
+}
 
 }  // namespace
-}  // namespace detail
 
-namespace detail {
-
-Span blamedPlace(const Record& record, const Blame& blame) { return Locator(record).locate(blame); }
+// The place of the item validation blamed, found in the outline of the text.
+Span blamedPlace(const Record& outline, const Blame& blame) {
+  switch (blame.item) {
+    case Blame::End: return Span{outline.text.size(), 0};
+    case Blame::KeyColumn: return column(outline, outline.keys, blame.index, false);
+    case Blame::KeyType: return column(outline, outline.keys, blame.index, true);
+    case Blame::KeyName: return columnWord(outline, outline.keys, 0, Part::Name, blame.index);
+    case Blame::ValueColumn: return column(outline, outline.values, blame.index, false);
+    case Blame::ValueType: return column(outline, outline.values, blame.index, true);
+    case Blame::ValueMode: return columnWord(outline, outline.values, blame.index, Part::Accumulation, kLast);
+    case Blame::ValueNames: return columnWord(outline, outline.values, blame.index, Part::Name, 0);
+    case Blame::ValueOption:
+      return columnWord(outline, outline.values, blame.index, Part::ColumnOption, kLast, blame.option);
+    case Blame::SortIndex: return sortWord(outline, Part::Index);
+    case Blame::MaxUpdates: return sortWord(outline, Part::Updates);
+    case Blame::FilterAtom:
+      return blame.index < outline.nodes.size() ? outline.nodes[blame.index].head : whole(outline);
+    default: return whole(outline);
+  }
+}
 
 }  // namespace detail
 
