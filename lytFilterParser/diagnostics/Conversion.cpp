@@ -75,11 +75,11 @@ void checkConverted(std::string_view line, const std::string& converted, Finding
     }
     return;
   }
-  // A refusal that follows from what the translation skipped or misread is
-  // told by those findings; one that nothing else explains is told here.
+  // Told beside what the translation skipped or misread, which may or may
+  // not be why: the caller learns that no peer serves the result.
   std::string message;
   auto& request = static_cast<NetworkKovaRequest&>(*back.request);
-  if (found.empty() && !request.isValid(TavVersion(TAV_VERSION_CURRENT), message)) {
+  if (!request.isValid(TavVersion(TAV_VERSION_CURRENT), message)) {
     found.add(Code::ConvertedRefused, whole, "the converted request is refused for the current peer: " + message);
   }
 }

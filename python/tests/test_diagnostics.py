@@ -60,7 +60,8 @@ def test_fidelity(text: str, peer: int, expected: List[Tuple[str, int, str]]) ->
 
 
 @pytest.mark.parametrize("line, peer, expected", [
-    ("garbage words here", 2, [("word-skipped", 0, "garbage words here")]),
+    ("garbage words here", 2, [("word-skipped", 0, "garbage words here"),
+                               ("converted-refused", 0, "garbage words here")]),
     ("-g topsrc -yy b -filter [ or [[src 0 [é]][[dst 0 [b]]]]]", 1,
      [("word-misread", 10, "-yy"), ("operator-changed", 26, "or")]),
     ("-g topsrc -y b", 1, []),

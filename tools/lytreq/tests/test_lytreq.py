@@ -189,7 +189,9 @@ expect("convert.json", ["convert", "--json", "-y b -g fw"],
 # What the translation skips is warned about under the legacy line.
 expect("convert.skipped", ["convert", "garbage words here"], " -v wb acc=rate \n",
        "lytreq: warning: `garbage words here` are no legacy syntax and the conversion skips them [word-skipped]\n"
-       + caret("garbage words here", 0, 18))
+       + caret("garbage words here", 0, 18)
+       + "lytreq: warning: the converted request is refused for the current peer: At least one key is required "
+       "[converted-refused]\n" + caret("garbage words here", 0, 18))
 expect("convert.bad-peer", ["convert", "--peer", "3", "-g topsrc"], "",
        usage("--peer: Value 3 not in range 1 to 2", "convert"), 2)
 expect("columns.peer1-no-value", ["columns", "--peer", "1", "-k src"], " 2  EntryName             key    src\n")
