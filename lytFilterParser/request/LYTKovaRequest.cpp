@@ -39,9 +39,8 @@ LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::
 }
 
 std::string LYTKovaRequest::convert(const std::string& text, TavVersion version, std::string& error) {
-  std::string result;
   lytFilterParser::detail::TextTokens tokens(text);
-  if (tokens.begin() == tokens.end()) return result;
+  if (tokens.begin() == tokens.end()) return std::string();
   // Only messages from reading go to `error`; one thrown while writing
   // reaches the caller, after the request (which lives only for this call)
   // is gone.
@@ -49,10 +48,9 @@ std::string LYTKovaRequest::convert(const std::string& text, TavVersion version,
   NetworkKovaRequest request;
   if (!reader.legacyRequest(request, tokens, version)) {
     error = std::move(reader.fault);
-    return result;
+    return std::string();
   }
-  result = request.dump();
-  return result;
+  return request.dump();
 }
 
 std::string LYTKovaRequest::convert(const std::string& text, std::string& error) {

@@ -183,7 +183,7 @@ class Translation {
       stopped = true;
       return true;
     }
-    for (const Word<int>& letter : legacyAggregates()) {
+    for (const Word<int>& letter : kLegacyAggregates) {
       if (letter.code >= 0 && firstChar(*cur) == letter.text[0]) {
         if (trace != nullptr) {
           if ((*cur).size() > 1) note(LegacyEvent::FirstLetter, here(), Part::Name, LEGACY_AGGREGATE);
@@ -198,7 +198,7 @@ class Translation {
     }
     // The letters the legacy writer writes for no connection id are passed over quietly.
     if (trace != nullptr) {
-      for (const Word<int>& letter : legacyAggregates()) {
+      for (const Word<int>& letter : kLegacyAggregates) {
         if (letter.code < 0 && *cur == letter.text) return passOver();
       }
     }

@@ -11,23 +11,14 @@
 
 NetworkKovaRequest::NetworkKovaRequest(const Filter& filter_, const TavColumnArray& keys_,
                                        const TavColumnArray& values_, TavSortType sortType_, int sortIndex_)
-    : filter(filter_),
-      keys(keys_),
-      values(values_),
-      sortType(sortType_),
-      sortIndex(sortIndex_),
-      maxUpdates(defaultMaxUpdates) {}
+    : filter(filter_), keys(keys_), values(values_), sortType(sortType_), sortIndex(sortIndex_) {}
 
-NetworkKovaRequest::NetworkKovaRequest() : sortType(TAV_SORT_NONE), sortIndex(1), maxUpdates(defaultMaxUpdates) {}
+NetworkKovaRequest::NetworkKovaRequest() = default;
 
 NetworkKovaRequest::~NetworkKovaRequest() = default;
 
 void NetworkKovaRequest::addColumn(bool isKey, const TavColumn& column) {
-  if (isKey) {
-    keys.push_back(column);
-  } else {
-    values.push_back(column);
-  }
+  (isKey ? keys : values).push_back(column);
 }
 
 namespace {

@@ -123,9 +123,9 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
   Filter filter;
   TavColumnArray keys;
   TavColumnArray values;
-  TavSortType sortType;
-  int sortIndex;
-  int maxUpdates;
+  TavSortType sortType = TAV_SORT_NONE;
+  int sortIndex = 1;
+  int maxUpdates = defaultMaxUpdates;
 };
 
 #endif

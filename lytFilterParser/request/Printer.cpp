@@ -78,21 +78,23 @@ void writeOption(Writer& out, RequestOption option) { out << optionWord(option) 
 
 std::string_view negationWord() { return kNegationWords[0].text; }
 
+// "-f TYPE not " or "-f TYPE  ".
+void writeAtom(Writer& out, TavValType type, bool negated) {
+  writeOption(out, OPTION_FILTER);
+  out << valueTypeKeyword(type) << ' ';
+  if (negated) out << negationWord();
+  out << ' ';
+}
+
 // "-f TYPE not NAME ... " or "-f TYPE  NAME ... ", and one more blank.
 void write(Writer& out, const ContentFilter& filter) {
-  writeOption(out, OPTION_FILTER);
-  out << valueTypeKeyword(filter.getFilterType()) << ' ';
-  if (filter.isNegated()) out << negationWord();
-  out << ' ';
+  writeAtom(out, filter.getFilterType(), filter.isNegated());
   write(out, filter.getEntities());
   out << ' ';
 }
 
 void write(Writer& out, const InterfaceAtomFilter& filter) {
-  writeOption(out, OPTION_FILTER);
-  out << valueTypeKeyword(TAV_INTERFACE) << ' ';
-  if (filter.isNegated()) out << negationWord();
-  out << ' ';
+  writeAtom(out, TAV_INTERFACE, filter.isNegated());
   write(out, filter.getInterfaces());
 }
 
@@ -168,9 +170,7 @@ void write(Writer& out, const TavColumnFilter& filter) {
 }
 
 std::string_view roleOption(KeyOrValue role) {
-  if (role == TAV_KEY) return optionWord(OPTION_KEY);
-  if (role == TAV_VALUE) return optionWord(OPTION_VALUE);
-  return std::string_view();
+  return role == TAV_KEY ? optionWord(OPTION_KEY) : role == TAV_VALUE ? optionWord(OPTION_VALUE) : std::string_view();
 }
 
 // Role, type, mode, options, entities; every item followed by a blank.
@@ -281,7 +281,7 @@ void writeLegacyAggregate(Writer& out, const TavColumnArray& keys) {
   const bool connIdPair =
       keys.size() == 2 && (keys[0].getValueType() == TAV_CONNID || keys[1].getValueType() == TAV_CONNID);
   out << legacyOptionWord(LEGACY_AGGREGATE) << ' ';
-  for (const Word<int>& letter : legacyAggregates()) {
+  for (const Word<int>& letter : kLegacyAggregates) {
     if ((letter.code == TAV_CONNID) == connIdPair) {
       out << letter.text << ' ';
       return;
@@ -324,11 +324,15 @@ std::string text(const T& object) {
   return out.finish();
 }
 
+// `word` and a blank, nothing for no word.
+std::string wordAndBlank(std::string_view word) { return word.empty() ? std::string() : std::string(word) + ' '; }
+
 }  // namespace
 }  // namespace detail
 }  // namespace lytFilterParser
 
-using lytFilterParser::detail::text;
+namespace detail = lytFilterParser::detail;
+using detail::text;
 
 std::string TavEntity::dump() const { return text(*this); }
 
@@ -338,9 +342,7 @@ std::string TavEntity::dump(const std::string& resolvedName_, const std::string&
 
 std::string TavEntityArray::dump() const { return text(*this); }
 
-std::string AtomFilter::dumpNot() const {
-  return isNegated() ? std::string(lytFilterParser::detail::negationWord()) : std::string();
-}
+std::string AtomFilter::dumpNot() const { return isNegated() ? std::string(detail::negationWord()) : std::string(); }
 
 std::string ContentFilterBase::dumpFilterType() const { return lytFilterParser::dumpValueType(filterType); }
 
@@ -351,85 +353,64 @@ std::string ContentFilter::dump() const { return text(*this); }
 std::string InterfaceInfo::dump() const { return text(*this); }
 
 std::string InterfaceInfo::dumpDirection() const {
-  const std::string_view word = lytFilterParser::detail::directionWord(direction);
-  return word.empty() ? std::string() : lytFilterParser::detail::kDirectionSeparator + std::string(word);
+  const std::string_view word = detail::directionWord(direction);
+  return word.empty() ? std::string() : detail::kDirectionSeparator + std::string(word);
 }
 
 std::string InterfaceAtomFilter::dump() const { return text(*this); }
 
 std::string InterfaceAtomFilter::dumpInterfaceInfoList() const { return text(interfaces); }
 
-std::string InterfaceAtomFilter::dumpFilterType() const {
-  return std::string(lytFilterParser::detail::valueTypeKeyword(TAV_INTERFACE));
-}
+std::string InterfaceAtomFilter::dumpFilterType() const { return std::string(detail::valueTypeKeyword(TAV_INTERFACE)); }
 
-std::string Filter::dump() const {
-  lytFilterParser::detail::Writer out;
-  lytFilterParser::detail::write(out, *this);
-  return out.finish();
-}
+std::string Filter::dump() const { return text(*this); }
 
-std::string Filter::dumpOperator() const { return std::string(lytFilterParser::detail::operatorWord(filterOperator)); }
+std::string Filter::dumpOperator() const { return std::string(detail::operatorWord(filterOperator)); }
 
 std::string TavColumnFilter::dump() const { return text(*this); }
 
 std::string TavColumn::dump() const { return text(*this); }
 
-std::string TavColumn::dumpkeyOrValue() const {
-  const std::string_view role = lytFilterParser::detail::roleOption(keyOrValue);
-  return role.empty() ? std::string() : std::string(role) + ' ';
-}
+std::string TavColumn::dumpkeyOrValue() const { return detail::wordAndBlank(detail::roleOption(keyOrValue)); }
 
-std::string TavColumn::dumpAccumulationMode() const {
-  const std::string_view acc = lytFilterParser::detail::accumulationWord(accType);
-  return acc.empty() ? std::string() : std::string(acc) + ' ';
-}
+std::string TavColumn::dumpAccumulationMode() const { return detail::wordAndBlank(detail::accumulationWord(accType)); }
 
 std::string TavColumnArray::dump() const { return text(*this); }
 
 std::string NetworkKovaRequest::dumpSort() const {
-  lytFilterParser::detail::Writer out;
-  lytFilterParser::detail::writeSort(out, *this);
+  detail::Writer out;
+  detail::writeSort(out, *this);
   return out.finish();
 }
 
 std::string NetworkKovaRequest::dump() const {
-  lytFilterParser::detail::Writer out(lytFilterParser::detail::requestTextSize(*this));
-  lytFilterParser::detail::write(out, filter);
-  lytFilterParser::detail::write(out, keys);
-  lytFilterParser::detail::write(out, values);
-  lytFilterParser::detail::writeSort(out, *this);
+  detail::Writer out(detail::requestTextSize(*this));
+  detail::write(out, filter);
+  detail::write(out, keys);
+  detail::write(out, values);
+  detail::writeSort(out, *this);
   return out.finish();
 }
 
 std::string NetworkKovaRequest::dump(TavVersion version) const {
   if (version == TAV_VERSION_CURRENT) return dump();
-  if (version == TAV_VERSION_LEGACY_1 || version == TAV_VERSION_LEGACY_2) {
-    return lytFilterParser::detail::legacyText(*this);
-  }
-  if (version <= TAV_VERSION_UNSUPPORTED) return lytFilterParser::detail::kUnsupportedPeer;
+  if (version == TAV_VERSION_LEGACY_1 || version == TAV_VERSION_LEGACY_2) return detail::legacyText(*this);
+  if (version <= TAV_VERSION_UNSUPPORTED) return detail::kUnsupportedPeer;
   return "";
 }
 
 std::string E2EKovaRequest::dumpDataType() const {
-  return std::string(lytFilterParser::detail::wordOf<tLytpE2eDataType>(lytFilterParser::detail::kDataTypes, dataType));
+  return std::string(detail::wordOf<tLytpE2eDataType>(detail::kDataTypes, dataType));
 }
 
 std::string E2EKovaRequest::dump() const {
-  std::string out;
-  out.reserve(vlName.size() + 18);
-  out += lytFilterParser::detail::kVirtualLinkWord;
-  out += ' ';
-  out += vlName;
-  out += ' ';
-  out += lytFilterParser::detail::kDataTypeOption;
-  out += ' ';
-  out += dumpDataType();
-  return out;
+  detail::Writer out(vlName.size() + 18);
+  out << detail::kVirtualLinkWord << ' ' << vlName << ' ' << detail::kDataTypeOption << ' ' << dumpDataType();
+  return out.finish();
 }
 
 std::string E2EKovaRequest::dump(TavVersion version) const {
   if (version == TAV_VERSION_CURRENT) return dump();
-  if (version <= TAV_VERSION_UNSUPPORTED) return lytFilterParser::detail::kUnsupportedPeer;
+  if (version <= TAV_VERSION_UNSUPPORTED) return detail::kUnsupportedPeer;
   return "";
 }

@@ -97,8 +97,6 @@ constexpr bool rowsInCodeOrder() {
 }
 static_assert(rowsInCodeOrder(), "valueTypeRow looks a type up by its code");
 
-// Every value type, by code (0..20).
-inline Rows<ValueTypeRow> valueTypeRows() { return kValueTypes; }
 // The row of `type`; nullptr outside 0..20.
 inline const ValueTypeRow* valueTypeRow(TavValType type) {
   const unsigned index = static_cast<unsigned>(type);
