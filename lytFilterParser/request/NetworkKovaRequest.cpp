@@ -17,9 +17,7 @@ NetworkKovaRequest::NetworkKovaRequest() = default;
 
 NetworkKovaRequest::~NetworkKovaRequest() = default;
 
-void NetworkKovaRequest::addColumn(bool isKey, const TavColumn& column) {
-  (isKey ? keys : values).push_back(column);
-}
+void NetworkKovaRequest::addColumn(bool isKey, const TavColumn& column) { (isKey ? keys : values).push_back(column); }
 
 namespace {
 
