@@ -4,7 +4,6 @@
 #include <string_view>
 #include <utility>
 
-#include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/request/Reader.h"

@@ -2,14 +2,10 @@
 
 #include <array>
 #include <cstddef>
-#include <string>
-#include <string_view>
 #include <utility>
 
 #include "lytFilterParser/base/TokenList.h"
-#include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/vocab/LegacySyntax.h"
-#include "lytFilterParser/vocab/Syntax.h"
 #include "lytFilterParser/vocab/ValueTypeTable.h"
 
 namespace lytFilterParser {
@@ -50,16 +46,10 @@ class Translation {
     while (cur != end && !stopped) {
       const std::string_view token = *cur;
       const char option = token.size() >= 2 && token[0] == '-' ? token[1] : '\0';
-      bool read = true;
-      if (option == LEGACY_VALUE) {
-        read = value();
-      } else if (option == LEGACY_GROUP) {
-        read = group();
-      } else if (option == LEGACY_AGGREGATE) {
-        read = aggregate();
-      } else {
-        read = filterOrSkip();
-      }
+      const bool read = option == LEGACY_VALUE       ? value()
+                        : option == LEGACY_GROUP     ? group()
+                        : option == LEGACY_AGGREGATE ? aggregate()
+                                                     : filterOrSkip();
       if (!read) return false;
     }
     if (!valueGiven) {
@@ -199,7 +189,10 @@ class Translation {
     // The letters the legacy writer writes for no connection id are passed over quietly.
     if (trace != nullptr) {
       for (const Word<int>& letter : kLegacyAggregates) {
-        if (letter.code < 0 && *cur == letter.text) return passOver();
+        if (letter.code < 0 && *cur == letter.text) {
+          ++cur;
+          return true;
+        }
       }
     }
     return filterOrSkip();
@@ -269,12 +262,6 @@ class Translation {
     }
   }
 
-  bool passOver() {
-    skip = Skip::None;
-    ++cur;
-    return true;
-  }
-
   // "TYPE FLAG [ NAME... ]": "-f TYPE [not] NAME...".
   bool contentFilter() {
     skip = Skip::None;
@@ -299,11 +286,8 @@ class Translation {
     if (!negation(kFault)) return false;
     if (cur == end) return refuse(kFault);
     skipBracket();
+    if (cur != end && isChar(*cur, kOpenBracket)) ++cur;
     if (cur == end) return refuse(kFault);
-    if (isChar(*cur, kOpenBracket)) {
-      ++cur;
-      if (cur == end) return refuse(kFault);
-    }
     std::string item(*cur);
     ++cur;
     if (cur == end) return refuse(kFault);

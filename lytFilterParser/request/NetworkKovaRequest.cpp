@@ -1,7 +1,5 @@
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 
-#include <string>
-
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/filter/FilterVisit.h"
 

@@ -5,13 +5,9 @@
 #ifndef LYTFILTERPARSER_REQUEST_NETWORKKOVAREQUEST_H
 #define LYTFILTERPARSER_REQUEST_NETWORKKOVAREQUEST_H
 
-#include <string>
 #include <vector>
 
-#include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/base/TokenList.h"
-#include "lytFilterParser/column/TavColumn.h"
 #include "lytFilterParser/column/TavColumnArray.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/request/LYTKovaRequest.h"

@@ -1,6 +1,4 @@
 // Mapping of a request's columns to the query interface's column catalogue.
-#include <cstdio>
-#include <mutex>
 
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
@@ -24,9 +22,7 @@ std::vector<std::string> NetworkKovaRequest::getKovaColumns() const {
       const int index =
           lytFilterParser::detail::nextOpenColumnLocked(lytFilterParser::getKovaType(column.getValueType()));
       if (index < 0) fail("failed to map kova columns");
-      char buffer[16];
-      std::snprintf(buffer, sizeof buffer, "%d", index + 1);
-      positions.emplace_back(buffer);
+      positions.push_back(std::to_string(index + 1));
     }
   }
   return positions;

@@ -10,24 +10,12 @@
 #include <string_view>
 #include <type_traits>
 
-#include "lytFilterParser/column/TavColumn.h"
-#include "lytFilterParser/column/TavColumnArray.h"
-#include "lytFilterParser/column/TavColumnFilter.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/Writer.h"
-#include "lytFilterParser/entity/TavEntity.h"
-#include "lytFilterParser/entity/TavEntityArray.h"
-#include "lytFilterParser/filter/AtomFilter.h"
-#include "lytFilterParser/filter/ContentFilter.h"
-#include "lytFilterParser/filter/ContentFilterBase.h"
-#include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/FilterVisit.h"
-#include "lytFilterParser/filter/InterfaceAtomFilter.h"
-#include "lytFilterParser/filter/InterfaceInfo.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/LegacySyntax.h"
-#include "lytFilterParser/vocab/Syntax.h"
 #include "lytFilterParser/vocab/ValueTypeTable.h"
 
 namespace lytFilterParser {
