@@ -64,13 +64,9 @@ class Translation {
   bool value() {
     const Span option = optionTaken();
     emit(optionWord(OPTION_VALUE));
-    if (cur == end) return refuse("Invalid value type");
-    const LegacyValue* row = legacyValueRead(firstChar(*cur));
+    const LegacyValue* row = cur == end ? nullptr : legacyValueRead(firstChar(*cur));
     if (row == nullptr) return refuse("Invalid value type");
-    if (trace != nullptr) {
-      if ((*cur).size() > 1) note(LegacyEvent::FirstLetter, here(), Part::Name, LEGACY_VALUE);
-      if (valueGiven) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_VALUE);
-    }
+    if (trace != nullptr) noteLetter(option, LEGACY_VALUE, valueGiven);
     emit(kValueTypes[row->type].keyword);
     if (row->acc >= 0) emit(accumulationWord(static_cast<TavAccType>(row->acc)));
     valueGiven = true;
@@ -83,8 +79,7 @@ class Translation {
   bool group() {
     const Span option = optionTaken();
     emit(optionWord(OPTION_KEY));
-    if (cur == end) return refuse("Invalid key type");
-    const LegacyGroup* row = legacyGroup(*cur);
+    const LegacyGroup* row = cur == end ? nullptr : legacyGroup(*cur);
     if (row == nullptr) return refuse("Invalid key type");
     if (trace != nullptr && groups++ > 0)
       note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_GROUP);
@@ -175,10 +170,7 @@ class Translation {
     }
     for (const Word<int>& letter : kLegacyAggregates) {
       if (letter.code >= 0 && firstChar(*cur) == letter.text[0]) {
-        if (trace != nullptr) {
-          if ((*cur).size() > 1) note(LegacyEvent::FirstLetter, here(), Part::Name, LEGACY_AGGREGATE);
-          if (aggregates > 0) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_AGGREGATE);
-        }
+        if (trace != nullptr) noteLetter(option, LEGACY_AGGREGATE, aggregates > 0);
         ++aggregates;
         ++cur;
         emit(optionWord(OPTION_KEY));
@@ -337,6 +329,12 @@ class Translation {
   Span here() const { return spanAt(tokens, cur); }
   void note(LegacyEvent::Kind kind, Span at, Part part = Part::Name, char option = 0) {
     trace->events.push_back(LegacyEvent{kind, at, part, option});
+  }
+  // The letter after "-y" or "-a": only its first character counts, and the
+  // option may stand for the second time.
+  void noteLetter(Span option, char letter, bool repeated) {
+    if ((*cur).size() > 1) note(LegacyEvent::FirstLetter, here(), Part::Name, letter);
+    if (repeated) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, letter);
   }
   // Passes the option under the cursor ("-y", "-g", "-a"): read by its first
   // two characters. Returns its place.

@@ -8,7 +8,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/Writer.h"
@@ -92,16 +91,12 @@ std::string_view operatorWord(FilterOperator op) {
   return word;
 }
 
+// A filter of a class of the caller's own writes itself.
+void write(Writer& out, const AbstractFilter& node) { out << node.dump(); }
+
 // A node that is not a compound filter.
 void writeNode(Writer& out, const AbstractFilter& node) {
-  visit(node, [&out](const auto& filter) {
-    using Node = std::decay_t<decltype(filter)>;
-    if constexpr (std::is_same_v<Node, AbstractFilter> || std::is_same_v<Node, Filter>) {
-      out << filter.dump();
-    } else {
-      write(out, filter);
-    }
-  });
+  visit(node, [&out](const auto& filter) { write(out, filter); });
 }
 
 // "-f OPERATOR [ " before the children of a compound filter that has more
