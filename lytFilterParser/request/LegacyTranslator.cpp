@@ -1,6 +1,5 @@
 #include "lytFilterParser/request/LegacyTranslator.h"
 
-#include <array>
 #include <cstddef>
 #include <utility>
 
@@ -15,22 +14,16 @@ namespace {
 // The filter words of the legacy syntax, gathered from the value-type table
 // when the library is compiled: every skipped token is compared with these
 // few words only.
-constexpr std::size_t legacyFilterWordCount() {
+struct LegacyFilterWords {
+  std::string_view words[sizeof kValueTypes / sizeof kValueTypes[0]] = {};
   std::size_t count = 0;
-  for (const ValueTypeRow& row : kValueTypes) count += (row.places & kLegacyFilter) != 0 ? 1 : 0;
-  return count;
-}
-
-constexpr std::array<std::string_view, legacyFilterWordCount()> legacyFilterWords() {
-  std::array<std::string_view, legacyFilterWordCount()> words{};
-  std::size_t next = 0;
-  for (const ValueTypeRow& row : kValueTypes) {
-    if ((row.places & kLegacyFilter) != 0) words[next++] = row.keyword;
+  constexpr LegacyFilterWords() {
+    for (const ValueTypeRow& row : kValueTypes) {
+      if ((row.places & kLegacyFilter) != 0) words[count++] = row.keyword;
+    }
   }
-  return words;
-}
-
-constexpr std::array<std::string_view, legacyFilterWordCount()> kLegacyFilterWords = legacyFilterWords();
+};
+constexpr LegacyFilterWords kLegacyFilterWords;
 
 // The translation of one token sequence: a cursor over the legacy tokens
 // and the words written so far. Each option has one step; a step starts on
@@ -191,8 +184,8 @@ class Translation {
   }
 
   static bool isContentFilterWord(std::string_view word) {
-    for (const std::string_view filterWord : kLegacyFilterWords) {
-      if (sameWord(word, filterWord)) return true;
+    for (std::size_t i = 0; i < kLegacyFilterWords.count; ++i) {
+      if (sameWord(word, kLegacyFilterWords.words[i])) return true;
     }
     return false;
   }

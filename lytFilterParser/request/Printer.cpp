@@ -94,11 +94,6 @@ std::string_view operatorWord(FilterOperator op) {
 // A filter of a class of the caller's own writes itself.
 void write(Writer& out, const AbstractFilter& node) { out << node.dump(); }
 
-// A node that is not a compound filter.
-void writeNode(Writer& out, const AbstractFilter& node) {
-  visit(node, [&out](const auto& filter) { write(out, filter); });
-}
-
 // "-f OPERATOR [ " before the children of a compound filter that has more
 // than one, "]" after them; one blank after all.
 void openCompound(Writer& out, const Filter& filter) {
@@ -128,7 +123,7 @@ void write(Writer& out, const Filter& filter) {
         return true;
       },
       [&out](const AbstractFilter& node) {
-        writeNode(out, node);
+        visit(node, [&out](const auto& atom) { write(out, atom); });
         out << ' ';
         return true;
       });
