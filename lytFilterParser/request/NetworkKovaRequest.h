@@ -7,11 +7,9 @@
 
 #include <vector>
 
-#include "lytFilterParser/Internals.h"
 #include "lytFilterParser/column/TavColumnArray.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/request/LYTKovaRequest.h"
-#include "lytFilterParser/vocab/Codes.h"
 
 class LFP_API NetworkKovaRequest : public LYTKovaRequest {
  public:

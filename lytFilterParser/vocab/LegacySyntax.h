@@ -5,10 +5,6 @@
 #ifndef LYTFILTERPARSER_VOCAB_LEGACYSYNTAX_H
 #define LYTFILTERPARSER_VOCAB_LEGACYSYNTAX_H
 
-#include <string_view>
-
-#include "lytFilterParser/detail/Rows.h"
-#include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/vocab/Syntax.h"
 #include "lytFilterParser/vocab/ValueType.h"
 

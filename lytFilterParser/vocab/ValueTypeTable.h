@@ -4,9 +4,6 @@
 #ifndef LYTFILTERPARSER_VOCAB_VALUETYPETABLE_H
 #define LYTFILTERPARSER_VOCAB_VALUETYPETABLE_H
 
-#include <string_view>
-
-#include "lytFilterParser/Export.h"
 #include "lytFilterParser/detail/Rows.h"
 #include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/vocab/ValueType.h"
