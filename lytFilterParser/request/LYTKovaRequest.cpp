@@ -20,9 +20,8 @@ LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::
   // Read in place: no token list is built, the text is only looked at. The
   // reader reports a fault by its result, so a refused request throws
   // nothing here.
-  using lytFilterParser::detail::TextTokens;
-  TextTokens tokens(text);
-  TextTokens::iterator cur = tokens.begin();
+  lytFilterParser::detail::TextTokens tokens(text);
+  auto cur = tokens.begin();
   if (cur == tokens.end()) return nullptr;
   lytFilterParser::detail::Reader reader;
   if (*cur == lytFilterParser::detail::kVirtualLinkWord) {

@@ -23,18 +23,14 @@ namespace {
 std::size_t countFilterNames(const Filter& filter) {
   std::size_t count = 0;
   lytFilterParser::detail::walkNodes(filter, [&count](const AbstractFilter& node) {
-    count += lytFilterParser::detail::visit(node, [](const auto& atom) -> std::size_t {
-      using Node = std::decay_t<decltype(atom)>;
-      if constexpr (std::is_same_v<Node, ContentFilter>) {
-        return atom.takesModuleNames() ? atom.getEntitiesCount() : 0;
-      } else if constexpr (std::is_same_v<Node, InterfaceAtomFilter>) {
-        return 0;
-      } else {
-        strList names;  // a filter class of the caller's own: ask it
-        atom.getModuleNames(names);
-        return names.size();
-      }
-    });
+    if (lytFilterParser::detail::isExactly<ContentFilter>(node)) {
+      const ContentFilter& atom = static_cast<const ContentFilter&>(node);
+      count += atom.takesModuleNames() ? atom.getEntitiesCount() : 0;
+    } else if (!lytFilterParser::detail::isExactly<InterfaceAtomFilter>(node)) {
+      strList names;  // a filter class of the caller's own: ask it
+      node.getModuleNames(names);
+      count += names.size();
+    }
     return true;
   });
   return count;

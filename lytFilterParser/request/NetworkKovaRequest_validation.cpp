@@ -48,7 +48,7 @@ bool refuse(std::string& error, const char* head, TavValType type) {
 // What the key columns hold, for the checks that look at keys and values together.
 struct Keys {
   std::size_t entries = 0;  // entities of every key
-  int qsrule = 0, connId = 0, interfaces = 0, pktRange = 0, firstOnly = 0, needsSession = 0;
+  int qsrule = 0, connId = 0, interfaces = 0, pktRange = 0, needsSession = 0;
 };
 
 // The first key of `type`.
@@ -81,16 +81,13 @@ bool checkKeys(const TavColumnArray& keys, Keys& found, std::string& error, Culp
     found.interfaces += type == TAV_INTERFACE;
     found.pktRange += type == TAV_PKTRANGE;
     found.needsSession += hasPlace(type, place::kNeedsSessionValues);
-    if (hasPlace(type, place::kFirstKeyOnly)) {
-      ++found.firstOnly;
-      if (position != 0) {
-        blame(Blame::KeyType, position);
-        return refuse(error, "The following types (IP, Tunnel, wdAttack) can be used only as the first key");
-      }
+    // A second first-only key stands after the first key and is refused
+    // here, so "Can't use more than ones of the following keys (IP, Tunnel)"
+    // has no request left to refuse.
+    if (hasPlace(type, place::kFirstKeyOnly) && position != 0) {
+      blame(Blame::KeyType, position);
+      return refuse(error, "The following types (IP, Tunnel, wdAttack) can be used only as the first key");
     }
-  }
-  if (found.firstOnly > 1) {
-    return blame(Blame::Whole), refuse(error, "Can't use more than ones of the following keys (IP, Tunnel)");
   }
   return true;
 }
@@ -167,8 +164,7 @@ bool checkCombinations(const Keys& found, const TavColumnArray& keys, const TavC
       const TavColumn& key = keys[k];
       if (hasPlace(key.getValueType(), place::kNotWithSession)) {
         // telNumber has no keyword: the value-type writer's fault escapes here.
-        std::string message = "Can't use " + lytFilterParser::dumpValueType(key.getValueType()) + " with session value";
-        error = std::move(message);
+        error = "Can't use " + lytFilterParser::dumpValueType(key.getValueType()) + " with session value";
         blame(Blame::KeyType, k);
         return false;
       }
