@@ -189,9 +189,6 @@ class Translation {
     }
     return false;
   }
-  static bool isLegacyFilterWord(std::string_view word) {
-    return word == kValueTypes[TAV_INTERFACE].keyword || isContentFilterWord(word);
-  }
 
   // A filter word and its list; any other word is skipped.
   bool filterOrSkip() {
@@ -301,7 +298,7 @@ class Translation {
   // Whether the cursor stands on a legacy filter as the legacy writer
   // writes one: its type word, the flag, and "[".
   bool startsLegacyFilter() const {
-    if (!isLegacyFilterWord(*cur)) return false;
+    if (*cur != kValueTypes[TAV_INTERFACE].keyword && !isContentFilterWord(*cur)) return false;
     typename Tokens::iterator at = cur;
     if (++at == end || ++at == end) return false;
     return isChar(*at, kOpenBracket);
