@@ -19,10 +19,10 @@ void NetworkKovaRequest::addColumn(bool isKey, const TavColumn& column) { (isKey
 
 namespace {
 
-// The number of names the filter tree hands to the module-name walk.
-std::size_t countFilterNames(const Filter& filter) {
+// The number of names the module-name walk visits: the filter tree's, then the keys'.
+std::size_t countModuleNames(const NetworkKovaRequest& request) {
   std::size_t count = 0;
-  lytFilterParser::detail::walkNodes(filter, [&count](const AbstractFilter& node) {
+  lytFilterParser::detail::walkNodes(request.getFilter(), [&count](const AbstractFilter& node) {
     if (lytFilterParser::detail::isExactly<ContentFilter>(node)) {
       const ContentFilter& atom = static_cast<const ContentFilter&>(node);
       count += atom.takesModuleNames() ? atom.getEntitiesCount() : 0;
@@ -33,11 +33,6 @@ std::size_t countFilterNames(const Filter& filter) {
     }
     return true;
   });
-  return count;
-}
-
-std::size_t countModuleNames(const NetworkKovaRequest& request) {
-  std::size_t count = countFilterNames(request.getFilter());
   for (const TavColumn& key : request.getKeys()) count += key.getEntities().size();
   return count;
 }
@@ -62,6 +57,5 @@ bool NetworkKovaRequest::setModuleNames(strList& oldNames, strList& newNames) {
   strIter oldName = oldNames.begin();
   strIter newName = newNames.begin();
   const bool filterDone = filter.setModuleNames(oldName, newName);
-  const bool keysDone = keys.setModuleNames(oldName, newName);
-  return filterDone && keysDone;
+  return keys.setModuleNames(oldName, newName) && filterDone;
 }
