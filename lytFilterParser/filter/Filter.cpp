@@ -1,6 +1,5 @@
 #include "lytFilterParser/filter/Filter.h"
 
-#include <memory>
 #include <new>
 #include <utility>
 

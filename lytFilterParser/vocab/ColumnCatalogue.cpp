@@ -1,7 +1,6 @@
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
 
 #include <cstring>
-#include <mutex>
 
 #include "lytFilterParser/vocab/ColumnAllocation.h"
 

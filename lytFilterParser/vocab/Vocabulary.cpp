@@ -5,7 +5,6 @@
 
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/vocab/LegacySyntax.h"
-#include "lytFilterParser/vocab/Syntax.h"
 #include "lytFilterParser/vocab/ValueTypeTable.h"
 
 namespace lytFilterParser {
