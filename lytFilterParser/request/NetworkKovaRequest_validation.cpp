@@ -159,24 +159,18 @@ bool checkCombinations(const Keys& found, const TavColumnArray& keys, const TavC
     const TavValType culprit = found.connId > 0 ? TAV_CONNID : found.qsrule > 0 ? TAV_QSRULE : TAV_INTERFACE;
     if (message != nullptr) return blame(Blame::KeyType, keyOfType(keys, culprit)), refuse(error, message);
   }
-  if (sessions > 0) {
-    for (std::size_t k = 0; k < keys.size(); ++k) {
-      const TavColumn& key = keys[k];
-      if (hasPlace(key.getValueType(), place::kNotWithSession)) {
-        // telNumber has no keyword: the value-type writer's fault escapes here.
-        error = "Can't use " + lytFilterParser::dumpValueType(key.getValueType()) + " with session value";
-        blame(Blame::KeyType, k);
-        return false;
-      }
+  for (std::size_t k = 0; sessions > 0 && k < keys.size(); ++k) {
+    if (hasPlace(keys[k].getValueType(), place::kNotWithSession)) {
+      // telNumber has no keyword: the value-type writer's fault escapes here.
+      error = "Can't use " + lytFilterParser::dumpValueType(keys[k].getValueType()) + " with session value";
+      blame(Blame::KeyType, k);
+      return false;
     }
   }
-  if (found.needsSession > 0) {
-    for (std::size_t v = 0; v < values.size(); ++v) {
-      const TavColumn& value = values[v];
-      if (value.getValueType() != TAV_SESSION) {
-        blame(Blame::ValueType, v);
-        return refuse(error, "Can't use wdAttack or url with none session value: ", value.getValueType());
-      }
+  for (std::size_t v = 0; found.needsSession > 0 && v < values.size(); ++v) {
+    if (values[v].getValueType() != TAV_SESSION) {
+      blame(Blame::ValueType, v);
+      return refuse(error, "Can't use wdAttack or url with none session value: ", values[v].getValueType());
     }
   }
   return true;
