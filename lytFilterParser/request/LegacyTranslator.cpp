@@ -145,11 +145,8 @@ class Translation {
                         : token.find(kSortColumnName) != std::string_view::npos ? Part::SortWord
                         : token.find('=') != std::string_view::npos             ? Part::ColumnOption
                                                                                 : Part::Name;
-      if (part == Part::Name) {
-        columnWords = false;
-      } else {
-        note(LegacyEvent::PassedWord, at, part);
-      }
+      columnWords = part != Part::Name;  // a name ends the column words
+      if (columnWords) note(LegacyEvent::PassedWord, at, part);
     }
   }
 
@@ -208,12 +205,10 @@ class Translation {
     const Span at = here();
     const Skip before = skip;
     skip = Skip::None;
-    if (before == Skip::Group) {
-      LegacyEvent& group = trace->events.back();
-      group.span = cover(group.span, at);
+    if (before == Skip::Group) {  // the dropped filter goes on up to its "]"
+      trace->events.back().span = cover(trace->events.back().span, at);
       depth += isChar(word, kOpenBracket) ? 1 : 0;
-      if (isChar(word, kCloseBracket) && --depth == 0) return;
-      skip = Skip::Group;
+      if (!isChar(word, kCloseBracket) || --depth != 0) skip = Skip::Group;
       return;
     }
     const FilterOperator* op = codeOf<FilterOperator>(kFilterOperators, word);
