@@ -1,8 +1,5 @@
 #include "lytFilterParser/request/LegacyTranslator.h"
 
-#include <cstddef>
-#include <utility>
-
 #include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/vocab/LegacySyntax.h"
 #include "lytFilterParser/vocab/ValueTypeTable.h"

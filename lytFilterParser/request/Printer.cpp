@@ -4,11 +4,6 @@
 // detail::Writer buffer per call, and takes its words from the vocabulary.
 // Nearly every item ends in one blank; the doubled and trailing blanks that
 // follow are part of the text callers compare.
-#include <cstddef>
-#include <memory>
-#include <string>
-#include <string_view>
-
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/Writer.h"
 #include "lytFilterParser/filter/FilterVisit.h"

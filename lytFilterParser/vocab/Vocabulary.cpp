@@ -1,7 +1,6 @@
 #include "lytFilterParser/vocab/Vocabulary.h"
 
 #include <deque>
-#include <string>
 
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/vocab/LegacySyntax.h"
