@@ -3,13 +3,7 @@
 #ifndef LYTFILTERPARSER_COLUMN_TAVCOLUMN_H
 #define LYTFILTERPARSER_COLUMN_TAVCOLUMN_H
 
-#include <string>
-
-#include "lytFilterParser/Export.h"
-#include "lytFilterParser/Internals.h"
-#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/column/TavColumnFilter.h"
-#include "lytFilterParser/entity/TavEntity.h"
 #include "lytFilterParser/entity/TavEntityArray.h"
 #include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/vocab/ValueType.h"

@@ -6,8 +6,6 @@ void TavColumnArray::getModuleNames(strList& names) const {
 
 bool TavColumnArray::setModuleNames(strIter& oldName, strIter& newName) {
   bool all = true;
-  for (TavColumn& column : columns) {
-    if (!column.setModuleNames(oldName, newName)) all = false;
-  }
+  for (TavColumn& column : columns) all = column.setModuleNames(oldName, newName) && all;
   return all;
 }

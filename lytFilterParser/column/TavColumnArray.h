@@ -3,11 +3,8 @@
 #define LYTFILTERPARSER_COLUMN_TAVCOLUMNARRAY_H
 
 #include <cstddef>
-#include <string>
 #include <vector>
 
-#include "lytFilterParser/Export.h"
-#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/column/TavColumn.h"
 
 class LFP_API TavColumnArray {

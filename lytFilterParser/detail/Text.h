@@ -4,7 +4,6 @@
 
 #include <climits>
 #include <cstdlib>
-#include <string>
 #include <string_view>
 #include <utility>
 

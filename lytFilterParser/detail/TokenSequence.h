@@ -92,12 +92,8 @@ class TokenSequence : public Source {
   // Puts a "]" before the token at `position` (a real token or the end) and
   // returns an iterator on it, as std::list::insert does.
   iterator insert(const iterator& position, const std::string& /* the bracket */) {
-    const std::size_t key = Source::key(position.pos);
-    if (closeCount < kInlineCloses) {
-      inlineCloses[closeCount] = key;
-    } else {
-      moreCloses.push_back(key);
-    }
+    // The next inline slot, or a new one on the heap once those are taken.
+    (closeCount < kInlineCloses ? inlineCloses[closeCount] : moreCloses.emplace_back()) = Source::key(position.pos);
     return iterator(this, position.pos, closeCount++);
   }
 

@@ -16,11 +16,6 @@ class LFP_API TavEntity {
   TavEntity(std::string name, std::string resolvedName);
   // Splits `text` at its first "<>".
   explicit TavEntity(std::string text);
-  TavEntity(const TavEntity& other) = default;
-  TavEntity(TavEntity&& other) noexcept = default;
-  TavEntity& operator=(const TavEntity& other) = default;
-  TavEntity& operator=(TavEntity&& other) noexcept = default;
-  ~TavEntity() = default;
 
   // Sets the name from the text before the first "<>" and the resolved name
   // from everything after it; without a separator only the name changes.

@@ -4,11 +4,8 @@
 #define LYTFILTERPARSER_ENTITY_TAVENTITYARRAY_H
 
 #include <cstddef>
-#include <string>
 #include <vector>
 
-#include "lytFilterParser/Export.h"
-#include "lytFilterParser/Internals.h"
 #include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/entity/TavEntity.h"
 

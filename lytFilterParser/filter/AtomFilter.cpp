@@ -8,7 +8,6 @@
 bool AtomFilter::isValid(std::string& err) const {
   if (lytFilterParser::detail::hasPlace(filterType, lytFilterParser::detail::kInFilter)) return true;
   // dumpValueType throws for types without a keyword; that fault escapes.
-  std::string message = "Invalid Filter Type: " + lytFilterParser::dumpValueType(filterType);
-  err = std::move(message);
+  err = "Invalid Filter Type: " + lytFilterParser::dumpValueType(filterType);
   return false;
 }

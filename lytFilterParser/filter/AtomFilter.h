@@ -3,11 +3,7 @@
 #ifndef LYTFILTERPARSER_FILTER_ATOMFILTER_H
 #define LYTFILTERPARSER_FILTER_ATOMFILTER_H
 
-#include <string>
-
-#include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/filter/AbstractFilter.h"
 #include "lytFilterParser/vocab/ValueType.h"
 

@@ -3,13 +3,7 @@
 #ifndef LYTFILTERPARSER_FILTER_CONTENTFILTER_H
 #define LYTFILTERPARSER_FILTER_CONTENTFILTER_H
 
-#include <string>
-
-#include "lytFilterParser/Export.h"
-#include "lytFilterParser/base/TokenList.h"
-#include "lytFilterParser/entity/TavEntityArray.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
-#include "lytFilterParser/vocab/ValueType.h"
 
 class LFP_API ContentFilter : public ContentFilterBase {
  public:

@@ -4,14 +4,9 @@
 #define LYTFILTERPARSER_FILTER_CONTENTFILTERBASE_H
 
 #include <cstddef>
-#include <string>
 
-#include "lytFilterParser/Export.h"
-#include "lytFilterParser/Internals.h"
-#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/entity/TavEntityArray.h"
 #include "lytFilterParser/filter/AtomFilter.h"
-#include "lytFilterParser/vocab/ValueType.h"
 
 class LFP_API ContentFilterBase : public AtomFilter {
  public:

@@ -1,6 +1,5 @@
 #include "lytFilterParser/filter/Filter.h"
 
-#include <memory>
 #include <new>
 #include <utility>
 
@@ -45,15 +44,12 @@ Filter::Filter(const Filter& other) : AbstractFilter(0), filterOperator(other.fi
 
 Filter& Filter::operator=(const Filter& other) {
   filterOperator = other.filterOperator;
-  if (this == &other) {
-    deleteFilterList();
-    return *this;
-  }
   // Build the copy first so that a failing clone leaves this filter as it was
-  // apart from the operator.
-  Filter copy(other);
+  // apart from the operator; a filter assigned to itself keeps no children.
+  Children copied;
+  if (this != &other) copied = std::move(Filter(other).children);
   deleteFilterList();
-  children = std::move(copy.children);
+  children = std::move(copied);
   return *this;
 }
 

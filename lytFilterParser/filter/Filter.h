@@ -8,12 +8,9 @@
 
 #include <list>
 #include <memory>
-#include <string>
 #include <vector>
 
-#include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/filter/AbstractFilter.h"
 #include "lytFilterParser/vocab/Codes.h"
 

@@ -10,7 +10,6 @@
 #include <typeinfo>
 
 #include "lytFilterParser/detail/SmallStack.h"
-#include "lytFilterParser/filter/AbstractFilter.h"
 #include "lytFilterParser/filter/ContentFilter.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"

@@ -26,8 +26,7 @@ bool walkFilterTree(const Filter& root, FilterVisitor& visitor) {
           std::size_t depth;
           bool operator()(const ContentFilter& atom) { return visitor.content(atom, depth); }
           bool operator()(const InterfaceAtomFilter& atom) { return visitor.interfaces(atom, depth); }
-          // walkFilter hands no compound filter of the library's class here.
-          bool operator()(const Filter& filter) { return visitor.other(filter, depth); }
+          // Also a Filter, which walkFilter never hands here.
           bool operator()(const AbstractFilter& other) { return visitor.other(other, depth); }
         };
         return detail::visit(node, Atom{visitor, depth + 1});

@@ -8,8 +8,6 @@
 
 #include <cstddef>
 
-#include "lytFilterParser/Export.h"
-#include "lytFilterParser/filter/AbstractFilter.h"
 #include "lytFilterParser/filter/ContentFilter.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"

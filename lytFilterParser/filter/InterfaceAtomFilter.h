@@ -3,13 +3,7 @@
 #ifndef LYTFILTERPARSER_FILTER_INTERFACEATOMFILTER_H
 #define LYTFILTERPARSER_FILTER_INTERFACEATOMFILTER_H
 
-#include <string>
-
-#include "lytFilterParser/Export.h"
-#include "lytFilterParser/Internals.h"
-#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/filter/AtomFilter.h"
-#include "lytFilterParser/filter/InterfaceInfo.h"
 #include "lytFilterParser/filter/InterfaceInfoList.h"
 
 class LFP_API InterfaceAtomFilter : public AtomFilter {

@@ -10,6 +10,5 @@ bool InterfaceInfo::operator==(const InterfaceInfo& other) const {
 
 bool InterfaceInfo::operator<(const InterfaceInfo& other) const {
   const int order = name.compare(other.name);
-  if (order != 0) return order < 0;
-  return direction < other.direction;
+  return order != 0 ? order < 0 : direction < other.direction;
 }

@@ -17,10 +17,6 @@ class LFP_API InterfaceInfo final {
   InterfaceInfo(std::string name, TavFilterDirType dir);
   // Reads the token under the cursor; the cursor does not move.
   InterfaceInfo(strList& tokens, strIter& cur);
-  InterfaceInfo(const InterfaceInfo& other) = default;
-  InterfaceInfo(InterfaceInfo&& other) noexcept = default;
-  InterfaceInfo& operator=(const InterfaceInfo& other) = default;
-  InterfaceInfo& operator=(InterfaceInfo&& other) noexcept = default;
 
   bool operator==(const InterfaceInfo& other) const;
   // By name (byte-wise), then by direction.

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <vector>
 
-#include "lytFilterParser/Export.h"
 #include "lytFilterParser/filter/InterfaceInfo.h"
 
 class LFP_API InterfaceInfoList {

@@ -24,8 +24,7 @@ const KovaColumnInfo E2EKovaRequest::vlColumnArray[] = {
 };
 
 const int E2EKovaRequest::vlArraySize = sizeof vlColumnArray / sizeof vlColumnArray[0];
-static_assert(sizeof E2EKovaRequest::vlColumnArray / sizeof E2EKovaRequest::vlColumnArray[0] == 15,
-              "virtual-link catalogue has 15 rows");
+static_assert(E2EKovaRequest::vlArraySize == 15, "virtual-link catalogue has 15 rows");
 
 E2EKovaRequest::E2EKovaRequest(std::string name, tLytpE2eDataType type) : vlName(std::move(name)), dataType(type) {}
 

@@ -3,11 +3,7 @@
 #ifndef LYTFILTERPARSER_REQUEST_E2EKOVAREQUEST_H
 #define LYTFILTERPARSER_REQUEST_E2EKOVAREQUEST_H
 
-#include <string>
-
-#include "lytFilterParser/Export.h"
 #include "lytFilterParser/Internals.h"
-#include "lytFilterParser/base/TokenList.h"
 #include "lytFilterParser/request/LYTKovaRequest.h"
 #include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"

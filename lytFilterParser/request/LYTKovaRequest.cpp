@@ -4,7 +4,6 @@
 #include <string_view>
 #include <utility>
 
-#include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/request/Reader.h"
@@ -21,9 +20,8 @@ LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::
   // Read in place: no token list is built, the text is only looked at. The
   // reader reports a fault by its result, so a refused request throws
   // nothing here.
-  using lytFilterParser::detail::TextTokens;
-  TextTokens tokens(text);
-  TextTokens::iterator cur = tokens.begin();
+  lytFilterParser::detail::TextTokens tokens(text);
+  auto cur = tokens.begin();
   if (cur == tokens.end()) return nullptr;
   lytFilterParser::detail::Reader reader;
   if (*cur == lytFilterParser::detail::kVirtualLinkWord) {
@@ -39,9 +37,8 @@ LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::
 }
 
 std::string LYTKovaRequest::convert(const std::string& text, TavVersion version, std::string& error) {
-  std::string result;
   lytFilterParser::detail::TextTokens tokens(text);
-  if (tokens.begin() == tokens.end()) return result;
+  if (tokens.begin() == tokens.end()) return std::string();
   // Only messages from reading go to `error`; one thrown while writing
   // reaches the caller, after the request (which lives only for this call)
   // is gone.
@@ -49,10 +46,9 @@ std::string LYTKovaRequest::convert(const std::string& text, TavVersion version,
   NetworkKovaRequest request;
   if (!reader.legacyRequest(request, tokens, version)) {
     error = std::move(reader.fault);
-    return result;
+    return std::string();
   }
-  result = request.dump();
-  return result;
+  return request.dump();
 }
 
 std::string LYTKovaRequest::convert(const std::string& text, std::string& error) {

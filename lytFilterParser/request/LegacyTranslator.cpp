@@ -1,15 +1,7 @@
 #include "lytFilterParser/request/LegacyTranslator.h"
 
-#include <array>
-#include <cstddef>
-#include <string>
-#include <string_view>
-#include <utility>
-
 #include "lytFilterParser/base/TokenList.h"
-#include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/vocab/LegacySyntax.h"
-#include "lytFilterParser/vocab/Syntax.h"
 #include "lytFilterParser/vocab/ValueTypeTable.h"
 
 namespace lytFilterParser {
@@ -19,22 +11,16 @@ namespace {
 // The filter words of the legacy syntax, gathered from the value-type table
 // when the library is compiled: every skipped token is compared with these
 // few words only.
-constexpr std::size_t legacyFilterWordCount() {
+struct LegacyFilterWords {
+  std::string_view words[sizeof kValueTypes / sizeof kValueTypes[0]] = {};
   std::size_t count = 0;
-  for (const ValueTypeRow& row : kValueTypes) count += (row.places & kLegacyFilter) != 0 ? 1 : 0;
-  return count;
-}
-
-constexpr std::array<std::string_view, legacyFilterWordCount()> legacyFilterWords() {
-  std::array<std::string_view, legacyFilterWordCount()> words{};
-  std::size_t next = 0;
-  for (const ValueTypeRow& row : kValueTypes) {
-    if ((row.places & kLegacyFilter) != 0) words[next++] = row.keyword;
+  constexpr LegacyFilterWords() {
+    for (const ValueTypeRow& row : kValueTypes) {
+      if ((row.places & kLegacyFilter) != 0) words[count++] = row.keyword;
+    }
   }
-  return words;
-}
-
-constexpr std::array<std::string_view, legacyFilterWordCount()> kLegacyFilterWords = legacyFilterWords();
+};
+constexpr LegacyFilterWords kLegacyFilterWords;
 
 // The translation of one token sequence: a cursor over the legacy tokens
 // and the words written so far. Each option has one step; a step starts on
@@ -50,16 +36,10 @@ class Translation {
     while (cur != end && !stopped) {
       const std::string_view token = *cur;
       const char option = token.size() >= 2 && token[0] == '-' ? token[1] : '\0';
-      bool read = true;
-      if (option == LEGACY_VALUE) {
-        read = value();
-      } else if (option == LEGACY_GROUP) {
-        read = group();
-      } else if (option == LEGACY_AGGREGATE) {
-        read = aggregate();
-      } else {
-        read = filterOrSkip();
-      }
+      const bool read = option == LEGACY_VALUE       ? value()
+                        : option == LEGACY_GROUP     ? group()
+                        : option == LEGACY_AGGREGATE ? aggregate()
+                                                     : filterOrSkip();
       if (!read) return false;
     }
     if (!valueGiven) {
@@ -74,13 +54,9 @@ class Translation {
   bool value() {
     const Span option = optionTaken();
     emit(optionWord(OPTION_VALUE));
-    if (cur == end) return refuse("Invalid value type");
-    const LegacyValue* row = legacyValueRead(firstChar(*cur));
+    const LegacyValue* row = cur == end ? nullptr : legacyValueRead(firstChar(*cur));
     if (row == nullptr) return refuse("Invalid value type");
-    if (trace != nullptr) {
-      if ((*cur).size() > 1) note(LegacyEvent::FirstLetter, here(), Part::Name, LEGACY_VALUE);
-      if (valueGiven) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_VALUE);
-    }
+    if (trace != nullptr) noteLetter(option, LEGACY_VALUE, valueGiven);
     emit(kValueTypes[row->type].keyword);
     if (row->acc >= 0) emit(accumulationWord(static_cast<TavAccType>(row->acc)));
     valueGiven = true;
@@ -93,8 +69,7 @@ class Translation {
   bool group() {
     const Span option = optionTaken();
     emit(optionWord(OPTION_KEY));
-    if (cur == end) return refuse("Invalid key type");
-    const LegacyGroup* row = legacyGroup(*cur);
+    const LegacyGroup* row = cur == end ? nullptr : legacyGroup(*cur);
     if (row == nullptr) return refuse("Invalid key type");
     if (trace != nullptr && groups++ > 0)
       note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_GROUP);
@@ -167,11 +142,8 @@ class Translation {
                         : token.find(kSortColumnName) != std::string_view::npos ? Part::SortWord
                         : token.find('=') != std::string_view::npos             ? Part::ColumnOption
                                                                                 : Part::Name;
-      if (part == Part::Name) {
-        columnWords = false;
-      } else {
-        note(LegacyEvent::PassedWord, at, part);
-      }
+      columnWords = part != Part::Name;  // a name ends the column words
+      if (columnWords) note(LegacyEvent::PassedWord, at, part);
     }
   }
 
@@ -183,12 +155,9 @@ class Translation {
       stopped = true;
       return true;
     }
-    for (const Word<int>& letter : legacyAggregates()) {
+    for (const Word<int>& letter : kLegacyAggregates) {
       if (letter.code >= 0 && firstChar(*cur) == letter.text[0]) {
-        if (trace != nullptr) {
-          if ((*cur).size() > 1) note(LegacyEvent::FirstLetter, here(), Part::Name, LEGACY_AGGREGATE);
-          if (aggregates > 0) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_AGGREGATE);
-        }
+        if (trace != nullptr) noteLetter(option, LEGACY_AGGREGATE, aggregates > 0);
         ++aggregates;
         ++cur;
         emit(optionWord(OPTION_KEY));
@@ -198,21 +167,21 @@ class Translation {
     }
     // The letters the legacy writer writes for no connection id are passed over quietly.
     if (trace != nullptr) {
-      for (const Word<int>& letter : legacyAggregates()) {
-        if (letter.code < 0 && *cur == letter.text) return passOver();
+      for (const Word<int>& letter : kLegacyAggregates) {
+        if (letter.code < 0 && *cur == letter.text) {
+          ++cur;
+          return true;
+        }
       }
     }
     return filterOrSkip();
   }
 
   static bool isContentFilterWord(std::string_view word) {
-    for (const std::string_view filterWord : kLegacyFilterWords) {
-      if (sameWord(word, filterWord)) return true;
+    for (std::size_t i = 0; i < kLegacyFilterWords.count; ++i) {
+      if (sameWord(word, kLegacyFilterWords.words[i])) return true;
     }
     return false;
-  }
-  static bool isLegacyFilterWord(std::string_view word) {
-    return word == kValueTypes[TAV_INTERFACE].keyword || isContentFilterWord(word);
   }
 
   // A filter word and its list; any other word is skipped.
@@ -233,12 +202,10 @@ class Translation {
     const Span at = here();
     const Skip before = skip;
     skip = Skip::None;
-    if (before == Skip::Group) {
-      LegacyEvent& group = trace->events.back();
-      group.span = cover(group.span, at);
+    if (before == Skip::Group) {  // the dropped filter goes on up to its "]"
+      trace->events.back().span = cover(trace->events.back().span, at);
       depth += isChar(word, kOpenBracket) ? 1 : 0;
-      if (isChar(word, kCloseBracket) && --depth == 0) return;
-      skip = Skip::Group;
+      if (!isChar(word, kCloseBracket) || --depth != 0) skip = Skip::Group;
       return;
     }
     const FilterOperator* op = codeOf<FilterOperator>(kFilterOperators, word);
@@ -269,12 +236,6 @@ class Translation {
     }
   }
 
-  bool passOver() {
-    skip = Skip::None;
-    ++cur;
-    return true;
-  }
-
   // "TYPE FLAG [ NAME... ]": "-f TYPE [not] NAME...".
   bool contentFilter() {
     skip = Skip::None;
@@ -299,11 +260,8 @@ class Translation {
     if (!negation(kFault)) return false;
     if (cur == end) return refuse(kFault);
     skipBracket();
+    if (cur != end && isChar(*cur, kOpenBracket)) ++cur;
     if (cur == end) return refuse(kFault);
-    if (isChar(*cur, kOpenBracket)) {
-      ++cur;
-      if (cur == end) return refuse(kFault);
-    }
     std::string item(*cur);
     ++cur;
     if (cur == end) return refuse(kFault);
@@ -332,7 +290,7 @@ class Translation {
   // Whether the cursor stands on a legacy filter as the legacy writer
   // writes one: its type word, the flag, and "[".
   bool startsLegacyFilter() const {
-    if (!isLegacyFilterWord(*cur)) return false;
+    if (*cur != kValueTypes[TAV_INTERFACE].keyword && !isContentFilterWord(*cur)) return false;
     typename Tokens::iterator at = cur;
     if (++at == end || ++at == end) return false;
     return isChar(*at, kOpenBracket);
@@ -353,6 +311,12 @@ class Translation {
   Span here() const { return spanAt(tokens, cur); }
   void note(LegacyEvent::Kind kind, Span at, Part part = Part::Name, char option = 0) {
     trace->events.push_back(LegacyEvent{kind, at, part, option});
+  }
+  // The letter after "-y" or "-a": only its first character counts, and the
+  // option may stand for the second time.
+  void noteLetter(Span option, char letter, bool repeated) {
+    if ((*cur).size() > 1) note(LegacyEvent::FirstLetter, here(), Part::Name, letter);
+    if (repeated) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, letter);
   }
   // Passes the option under the cursor ("-y", "-g", "-a"): read by its first
   // two characters. Returns its place.

@@ -4,10 +4,6 @@
 #ifndef LYTFILTERPARSER_REQUEST_LEGACYTRANSLATOR_H
 #define LYTFILTERPARSER_REQUEST_LEGACYTRANSLATOR_H
 
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "lytFilterParser/Export.h"
 #include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/request/Record.h"

@@ -1,7 +1,5 @@
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 
-#include <string>
-
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/filter/FilterVisit.h"
 
@@ -11,50 +9,30 @@
 
 NetworkKovaRequest::NetworkKovaRequest(const Filter& filter_, const TavColumnArray& keys_,
                                        const TavColumnArray& values_, TavSortType sortType_, int sortIndex_)
-    : filter(filter_),
-      keys(keys_),
-      values(values_),
-      sortType(sortType_),
-      sortIndex(sortIndex_),
-      maxUpdates(defaultMaxUpdates) {}
+    : filter(filter_), keys(keys_), values(values_), sortType(sortType_), sortIndex(sortIndex_) {}
 
-NetworkKovaRequest::NetworkKovaRequest() : sortType(TAV_SORT_NONE), sortIndex(1), maxUpdates(defaultMaxUpdates) {}
+NetworkKovaRequest::NetworkKovaRequest() = default;
 
 NetworkKovaRequest::~NetworkKovaRequest() = default;
 
-void NetworkKovaRequest::addColumn(bool isKey, const TavColumn& column) {
-  if (isKey) {
-    keys.push_back(column);
-  } else {
-    values.push_back(column);
-  }
-}
+void NetworkKovaRequest::addColumn(bool isKey, const TavColumn& column) { (isKey ? keys : values).push_back(column); }
 
 namespace {
 
-// The number of names the filter tree hands to the module-name walk.
-std::size_t countFilterNames(const Filter& filter) {
+// The number of names the module-name walk visits: the filter tree's, then the keys'.
+std::size_t countModuleNames(const NetworkKovaRequest& request) {
   std::size_t count = 0;
-  lytFilterParser::detail::walkNodes(filter, [&count](const AbstractFilter& node) {
-    count += lytFilterParser::detail::visit(node, [](const auto& atom) -> std::size_t {
-      using Node = std::decay_t<decltype(atom)>;
-      if constexpr (std::is_same_v<Node, ContentFilter>) {
-        return atom.takesModuleNames() ? atom.getEntitiesCount() : 0;
-      } else if constexpr (std::is_same_v<Node, InterfaceAtomFilter>) {
-        return 0;
-      } else {
-        strList names;  // a filter class of the caller's own: ask it
-        atom.getModuleNames(names);
-        return names.size();
-      }
-    });
+  lytFilterParser::detail::walkNodes(request.getFilter(), [&count](const AbstractFilter& node) {
+    if (lytFilterParser::detail::isExactly<ContentFilter>(node)) {
+      const ContentFilter& atom = static_cast<const ContentFilter&>(node);
+      count += atom.takesModuleNames() ? atom.getEntitiesCount() : 0;
+    } else if (!lytFilterParser::detail::isExactly<InterfaceAtomFilter>(node)) {
+      strList names;  // a filter class of the caller's own: ask it
+      node.getModuleNames(names);
+      count += names.size();
+    }
     return true;
   });
-  return count;
-}
-
-std::size_t countModuleNames(const NetworkKovaRequest& request) {
-  std::size_t count = countFilterNames(request.getFilter());
   for (const TavColumn& key : request.getKeys()) count += key.getEntities().size();
   return count;
 }
@@ -79,6 +57,5 @@ bool NetworkKovaRequest::setModuleNames(strList& oldNames, strList& newNames) {
   strIter oldName = oldNames.begin();
   strIter newName = newNames.begin();
   const bool filterDone = filter.setModuleNames(oldName, newName);
-  const bool keysDone = keys.setModuleNames(oldName, newName);
-  return filterDone && keysDone;
+  return keys.setModuleNames(oldName, newName) && filterDone;
 }

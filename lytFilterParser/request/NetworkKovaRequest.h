@@ -5,17 +5,11 @@
 #ifndef LYTFILTERPARSER_REQUEST_NETWORKKOVAREQUEST_H
 #define LYTFILTERPARSER_REQUEST_NETWORKKOVAREQUEST_H
 
-#include <string>
 #include <vector>
 
-#include "lytFilterParser/Export.h"
-#include "lytFilterParser/Internals.h"
-#include "lytFilterParser/base/TokenList.h"
-#include "lytFilterParser/column/TavColumn.h"
 #include "lytFilterParser/column/TavColumnArray.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/request/LYTKovaRequest.h"
-#include "lytFilterParser/vocab/Codes.h"
 
 class LFP_API NetworkKovaRequest : public LYTKovaRequest {
  public:
@@ -123,9 +117,9 @@ class LFP_API NetworkKovaRequest : public LYTKovaRequest {
   Filter filter;
   TavColumnArray keys;
   TavColumnArray values;
-  TavSortType sortType;
-  int sortIndex;
-  int maxUpdates;
+  TavSortType sortType = TAV_SORT_NONE;
+  int sortIndex = 1;
+  int maxUpdates = defaultMaxUpdates;
 };
 
 #endif

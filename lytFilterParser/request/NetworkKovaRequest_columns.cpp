@@ -1,32 +1,25 @@
 // Mapping of a request's columns to the query interface's column catalogue.
-#include <cstdio>
-#include <mutex>
 
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/ColumnAllocation.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
 
-using lytFilterParser::detail::fail;
+namespace detail = lytFilterParser::detail;
 
-namespace {
 constexpr int kTypeCodes = 40;
-}
 
 std::vector<std::string> NetworkKovaRequest::getKovaColumns() const {
   std::vector<std::string> positions;
   positions.reserve(keys.size() + values.size());
   // One request's reset and allocations must not interleave with another's.
-  std::lock_guard<std::mutex> lock(lytFilterParser::detail::columnAllocationMutex());
-  lytFilterParser::detail::nextOpenColumnLocked(QULET_VT_NONE);
+  std::lock_guard<std::mutex> lock(detail::columnAllocationMutex());
+  detail::nextOpenColumnLocked(QULET_VT_NONE);
   for (const TavColumnArray* columns : {&keys, &values}) {
     for (const TavColumn& column : *columns) {
-      const int index =
-          lytFilterParser::detail::nextOpenColumnLocked(lytFilterParser::getKovaType(column.getValueType()));
-      if (index < 0) fail("failed to map kova columns");
-      char buffer[16];
-      std::snprintf(buffer, sizeof buffer, "%d", index + 1);
-      positions.emplace_back(buffer);
+      const int index = detail::nextOpenColumnLocked(lytFilterParser::getKovaType(column.getValueType()));
+      if (index < 0) detail::fail("failed to map kova columns");
+      positions.push_back(std::to_string(index + 1));
     }
   }
   return positions;
@@ -37,10 +30,10 @@ std::vector<int> NetworkKovaRequest::getKovaColumns(TavVersion version) const {
   if (version == 3) {
     const std::vector<std::string> positions = getKovaColumns();
     result.reserve(positions.size());
-    for (const std::string& position : positions) result.push_back(lytFilterParser::detail::readInt(position, 0));
+    for (const std::string& position : positions) result.push_back(detail::readInt(position, 0));
     return result;
   }
-  if (version != 1 && version != 2) fail("failed to map kova columns");
+  if (version != 1 && version != 2) detail::fail("failed to map kova columns");
   result.push_back(2);
   if (values.empty()) return result;
   const TavColumn& value = values[0];

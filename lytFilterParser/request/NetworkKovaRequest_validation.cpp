@@ -48,7 +48,7 @@ bool refuse(std::string& error, const char* head, TavValType type) {
 // What the key columns hold, for the checks that look at keys and values together.
 struct Keys {
   std::size_t entries = 0;  // entities of every key
-  int qsrule = 0, connId = 0, interfaces = 0, pktRange = 0, firstOnly = 0, needsSession = 0;
+  int qsrule = 0, connId = 0, interfaces = 0, pktRange = 0, needsSession = 0;
 };
 
 // The first key of `type`.
@@ -81,16 +81,13 @@ bool checkKeys(const TavColumnArray& keys, Keys& found, std::string& error, Culp
     found.interfaces += type == TAV_INTERFACE;
     found.pktRange += type == TAV_PKTRANGE;
     found.needsSession += hasPlace(type, place::kNeedsSessionValues);
-    if (hasPlace(type, place::kFirstKeyOnly)) {
-      ++found.firstOnly;
-      if (position != 0) {
-        blame(Blame::KeyType, position);
-        return refuse(error, "The following types (IP, Tunnel, wdAttack) can be used only as the first key");
-      }
+    // A second first-only key stands after the first key and is refused
+    // here, so "Can't use more than ones of the following keys (IP, Tunnel)"
+    // has no request left to refuse.
+    if (hasPlace(type, place::kFirstKeyOnly) && position != 0) {
+      blame(Blame::KeyType, position);
+      return refuse(error, "The following types (IP, Tunnel, wdAttack) can be used only as the first key");
     }
-  }
-  if (found.firstOnly > 1) {
-    return blame(Blame::Whole), refuse(error, "Can't use more than ones of the following keys (IP, Tunnel)");
   }
   return true;
 }
@@ -162,25 +159,18 @@ bool checkCombinations(const Keys& found, const TavColumnArray& keys, const TavC
     const TavValType culprit = found.connId > 0 ? TAV_CONNID : found.qsrule > 0 ? TAV_QSRULE : TAV_INTERFACE;
     if (message != nullptr) return blame(Blame::KeyType, keyOfType(keys, culprit)), refuse(error, message);
   }
-  if (sessions > 0) {
-    for (std::size_t k = 0; k < keys.size(); ++k) {
-      const TavColumn& key = keys[k];
-      if (hasPlace(key.getValueType(), place::kNotWithSession)) {
-        // telNumber has no keyword: the value-type writer's fault escapes here.
-        std::string message = "Can't use " + lytFilterParser::dumpValueType(key.getValueType()) + " with session value";
-        error = std::move(message);
-        blame(Blame::KeyType, k);
-        return false;
-      }
+  for (std::size_t k = 0; sessions > 0 && k < keys.size(); ++k) {
+    if (hasPlace(keys[k].getValueType(), place::kNotWithSession)) {
+      // telNumber has no keyword: the value-type writer's fault escapes here.
+      error = "Can't use " + lytFilterParser::dumpValueType(keys[k].getValueType()) + " with session value";
+      blame(Blame::KeyType, k);
+      return false;
     }
   }
-  if (found.needsSession > 0) {
-    for (std::size_t v = 0; v < values.size(); ++v) {
-      const TavColumn& value = values[v];
-      if (value.getValueType() != TAV_SESSION) {
-        blame(Blame::ValueType, v);
-        return refuse(error, "Can't use wdAttack or url with none session value: ", value.getValueType());
-      }
+  for (std::size_t v = 0; found.needsSession > 0 && v < values.size(); ++v) {
+    if (values[v].getValueType() != TAV_SESSION) {
+      blame(Blame::ValueType, v);
+      return refuse(error, "Can't use wdAttack or url with none session value: ", values[v].getValueType());
     }
   }
   return true;

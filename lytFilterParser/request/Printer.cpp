@@ -4,30 +4,12 @@
 // detail::Writer buffer per call, and takes its words from the vocabulary.
 // Nearly every item ends in one blank; the doubled and trailing blanks that
 // follow are part of the text callers compare.
-#include <cstddef>
-#include <memory>
-#include <string>
-#include <string_view>
-#include <type_traits>
-
-#include "lytFilterParser/column/TavColumn.h"
-#include "lytFilterParser/column/TavColumnArray.h"
-#include "lytFilterParser/column/TavColumnFilter.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/Writer.h"
-#include "lytFilterParser/entity/TavEntity.h"
-#include "lytFilterParser/entity/TavEntityArray.h"
-#include "lytFilterParser/filter/AtomFilter.h"
-#include "lytFilterParser/filter/ContentFilter.h"
-#include "lytFilterParser/filter/ContentFilterBase.h"
-#include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/FilterVisit.h"
-#include "lytFilterParser/filter/InterfaceAtomFilter.h"
-#include "lytFilterParser/filter/InterfaceInfo.h"
 #include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/LegacySyntax.h"
-#include "lytFilterParser/vocab/Syntax.h"
 #include "lytFilterParser/vocab/ValueTypeTable.h"
 
 namespace lytFilterParser {
@@ -78,21 +60,23 @@ void writeOption(Writer& out, RequestOption option) { out << optionWord(option) 
 
 std::string_view negationWord() { return kNegationWords[0].text; }
 
+// "-f TYPE not " or "-f TYPE  ".
+void writeAtom(Writer& out, TavValType type, bool negated) {
+  writeOption(out, OPTION_FILTER);
+  out << valueTypeKeyword(type) << ' ';
+  if (negated) out << negationWord();
+  out << ' ';
+}
+
 // "-f TYPE not NAME ... " or "-f TYPE  NAME ... ", and one more blank.
 void write(Writer& out, const ContentFilter& filter) {
-  writeOption(out, OPTION_FILTER);
-  out << valueTypeKeyword(filter.getFilterType()) << ' ';
-  if (filter.isNegated()) out << negationWord();
-  out << ' ';
+  writeAtom(out, filter.getFilterType(), filter.isNegated());
   write(out, filter.getEntities());
   out << ' ';
 }
 
 void write(Writer& out, const InterfaceAtomFilter& filter) {
-  writeOption(out, OPTION_FILTER);
-  out << valueTypeKeyword(TAV_INTERFACE) << ' ';
-  if (filter.isNegated()) out << negationWord();
-  out << ' ';
+  writeAtom(out, TAV_INTERFACE, filter.isNegated());
   write(out, filter.getInterfaces());
 }
 
@@ -102,17 +86,8 @@ std::string_view operatorWord(FilterOperator op) {
   return word;
 }
 
-// A node that is not a compound filter.
-void writeNode(Writer& out, const AbstractFilter& node) {
-  visit(node, [&out](const auto& filter) {
-    using Node = std::decay_t<decltype(filter)>;
-    if constexpr (std::is_same_v<Node, AbstractFilter> || std::is_same_v<Node, Filter>) {
-      out << filter.dump();
-    } else {
-      write(out, filter);
-    }
-  });
-}
+// A filter of a class of the caller's own writes itself.
+void write(Writer& out, const AbstractFilter& node) { out << node.dump(); }
 
 // "-f OPERATOR [ " before the children of a compound filter that has more
 // than one, "]" after them; one blank after all.
@@ -143,7 +118,7 @@ void write(Writer& out, const Filter& filter) {
         return true;
       },
       [&out](const AbstractFilter& node) {
-        writeNode(out, node);
+        visit(node, [&out](const auto& atom) { write(out, atom); });
         out << ' ';
         return true;
       });
@@ -168,9 +143,7 @@ void write(Writer& out, const TavColumnFilter& filter) {
 }
 
 std::string_view roleOption(KeyOrValue role) {
-  if (role == TAV_KEY) return optionWord(OPTION_KEY);
-  if (role == TAV_VALUE) return optionWord(OPTION_VALUE);
-  return std::string_view();
+  return role == TAV_KEY ? optionWord(OPTION_KEY) : role == TAV_VALUE ? optionWord(OPTION_VALUE) : std::string_view();
 }
 
 // Role, type, mode, options, entities; every item followed by a blank.
@@ -281,7 +254,7 @@ void writeLegacyAggregate(Writer& out, const TavColumnArray& keys) {
   const bool connIdPair =
       keys.size() == 2 && (keys[0].getValueType() == TAV_CONNID || keys[1].getValueType() == TAV_CONNID);
   out << legacyOptionWord(LEGACY_AGGREGATE) << ' ';
-  for (const Word<int>& letter : legacyAggregates()) {
+  for (const Word<int>& letter : kLegacyAggregates) {
     if ((letter.code == TAV_CONNID) == connIdPair) {
       out << letter.text << ' ';
       return;
@@ -324,11 +297,15 @@ std::string text(const T& object) {
   return out.finish();
 }
 
+// `word` and a blank, nothing for no word.
+std::string wordAndBlank(std::string_view word) { return word.empty() ? std::string() : std::string(word) + ' '; }
+
 }  // namespace
 }  // namespace detail
 }  // namespace lytFilterParser
 
-using lytFilterParser::detail::text;
+namespace detail = lytFilterParser::detail;
+using detail::text;
 
 std::string TavEntity::dump() const { return text(*this); }
 
@@ -338,9 +315,7 @@ std::string TavEntity::dump(const std::string& resolvedName_, const std::string&
 
 std::string TavEntityArray::dump() const { return text(*this); }
 
-std::string AtomFilter::dumpNot() const {
-  return isNegated() ? std::string(lytFilterParser::detail::negationWord()) : std::string();
-}
+std::string AtomFilter::dumpNot() const { return isNegated() ? std::string(detail::negationWord()) : std::string(); }
 
 std::string ContentFilterBase::dumpFilterType() const { return lytFilterParser::dumpValueType(filterType); }
 
@@ -351,85 +326,64 @@ std::string ContentFilter::dump() const { return text(*this); }
 std::string InterfaceInfo::dump() const { return text(*this); }
 
 std::string InterfaceInfo::dumpDirection() const {
-  const std::string_view word = lytFilterParser::detail::directionWord(direction);
-  return word.empty() ? std::string() : lytFilterParser::detail::kDirectionSeparator + std::string(word);
+  const std::string_view word = detail::directionWord(direction);
+  return word.empty() ? std::string() : detail::kDirectionSeparator + std::string(word);
 }
 
 std::string InterfaceAtomFilter::dump() const { return text(*this); }
 
 std::string InterfaceAtomFilter::dumpInterfaceInfoList() const { return text(interfaces); }
 
-std::string InterfaceAtomFilter::dumpFilterType() const {
-  return std::string(lytFilterParser::detail::valueTypeKeyword(TAV_INTERFACE));
-}
+std::string InterfaceAtomFilter::dumpFilterType() const { return std::string(detail::valueTypeKeyword(TAV_INTERFACE)); }
 
-std::string Filter::dump() const {
-  lytFilterParser::detail::Writer out;
-  lytFilterParser::detail::write(out, *this);
-  return out.finish();
-}
+std::string Filter::dump() const { return text(*this); }
 
-std::string Filter::dumpOperator() const { return std::string(lytFilterParser::detail::operatorWord(filterOperator)); }
+std::string Filter::dumpOperator() const { return std::string(detail::operatorWord(filterOperator)); }
 
 std::string TavColumnFilter::dump() const { return text(*this); }
 
 std::string TavColumn::dump() const { return text(*this); }
 
-std::string TavColumn::dumpkeyOrValue() const {
-  const std::string_view role = lytFilterParser::detail::roleOption(keyOrValue);
-  return role.empty() ? std::string() : std::string(role) + ' ';
-}
+std::string TavColumn::dumpkeyOrValue() const { return detail::wordAndBlank(detail::roleOption(keyOrValue)); }
 
-std::string TavColumn::dumpAccumulationMode() const {
-  const std::string_view acc = lytFilterParser::detail::accumulationWord(accType);
-  return acc.empty() ? std::string() : std::string(acc) + ' ';
-}
+std::string TavColumn::dumpAccumulationMode() const { return detail::wordAndBlank(detail::accumulationWord(accType)); }
 
 std::string TavColumnArray::dump() const { return text(*this); }
 
 std::string NetworkKovaRequest::dumpSort() const {
-  lytFilterParser::detail::Writer out;
-  lytFilterParser::detail::writeSort(out, *this);
+  detail::Writer out;
+  detail::writeSort(out, *this);
   return out.finish();
 }
 
 std::string NetworkKovaRequest::dump() const {
-  lytFilterParser::detail::Writer out(lytFilterParser::detail::requestTextSize(*this));
-  lytFilterParser::detail::write(out, filter);
-  lytFilterParser::detail::write(out, keys);
-  lytFilterParser::detail::write(out, values);
-  lytFilterParser::detail::writeSort(out, *this);
+  detail::Writer out(detail::requestTextSize(*this));
+  detail::write(out, filter);
+  detail::write(out, keys);
+  detail::write(out, values);
+  detail::writeSort(out, *this);
   return out.finish();
 }
 
 std::string NetworkKovaRequest::dump(TavVersion version) const {
   if (version == TAV_VERSION_CURRENT) return dump();
-  if (version == TAV_VERSION_LEGACY_1 || version == TAV_VERSION_LEGACY_2) {
-    return lytFilterParser::detail::legacyText(*this);
-  }
-  if (version <= TAV_VERSION_UNSUPPORTED) return lytFilterParser::detail::kUnsupportedPeer;
+  if (version == TAV_VERSION_LEGACY_1 || version == TAV_VERSION_LEGACY_2) return detail::legacyText(*this);
+  if (version <= TAV_VERSION_UNSUPPORTED) return detail::kUnsupportedPeer;
   return "";
 }
 
 std::string E2EKovaRequest::dumpDataType() const {
-  return std::string(lytFilterParser::detail::wordOf<tLytpE2eDataType>(lytFilterParser::detail::kDataTypes, dataType));
+  return std::string(detail::wordOf<tLytpE2eDataType>(detail::kDataTypes, dataType));
 }
 
 std::string E2EKovaRequest::dump() const {
-  std::string out;
-  out.reserve(vlName.size() + 18);
-  out += lytFilterParser::detail::kVirtualLinkWord;
-  out += ' ';
-  out += vlName;
-  out += ' ';
-  out += lytFilterParser::detail::kDataTypeOption;
-  out += ' ';
-  out += dumpDataType();
-  return out;
+  detail::Writer out(vlName.size() + 18);
+  out << detail::kVirtualLinkWord << ' ' << vlName << ' ' << detail::kDataTypeOption << ' ' << dumpDataType();
+  return out.finish();
 }
 
 std::string E2EKovaRequest::dump(TavVersion version) const {
   if (version == TAV_VERSION_CURRENT) return dump();
-  if (version <= TAV_VERSION_UNSUPPORTED) return lytFilterParser::detail::kUnsupportedPeer;
+  if (version <= TAV_VERSION_UNSUPPORTED) return detail::kUnsupportedPeer;
   return "";
 }

@@ -6,9 +6,8 @@
 #define LFP_STR2(x) #x
 #define LFP_STR(x) LFP_STR2(x)
 
-namespace {
+// const: internal to this file.
 const char* const kDependentLibraryTable[] = {"OS:I:" LFP_RELEASE_LABEL, nullptr};
-}
 
 extern "C" {
 

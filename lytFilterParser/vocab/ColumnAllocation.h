@@ -5,7 +5,6 @@
 
 #include <mutex>
 
-#include "lytFilterParser/Export.h"
 #include "lytFilterParser/vocab/ValueType.h"
 
 namespace lytFilterParser {

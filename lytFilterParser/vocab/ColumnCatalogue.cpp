@@ -1,7 +1,6 @@
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
 
 #include <cstring>
-#include <mutex>
 
 #include "lytFilterParser/vocab/ColumnAllocation.h"
 
@@ -39,11 +38,19 @@ const KovaColumnInfo networkColumnArray[] = {
 };
 
 const int networkArraySize = sizeof networkColumnArray / sizeof networkColumnArray[0];
-static_assert(sizeof networkColumnArray / sizeof networkColumnArray[0] == 28, "network catalogue has 28 rows");
+static_assert(networkArraySize == 28, "network catalogue has 28 rows");
 
 namespace {
 
 constexpr int kTypeCodes = 40;
+
+// The catalogue index of the column `name`, or -1.
+int columnIndex(const char* name) {
+  for (int i = 0; i < networkArraySize; ++i) {
+    if (std::strcmp(networkColumnArray[i].name, name) == 0) return i;
+  }
+  return -1;
+}
 
 struct Allocation {
   std::mutex mutex;
@@ -64,14 +71,7 @@ std::mutex& columnAllocationMutex() { return allocation().mutex; }
 
 int nextOpenColumnLocked(QULET_VT type) {
   Allocation& state = allocation();
-  if (state.firstGeneric < 0) {
-    for (int i = 0; i < networkArraySize; ++i) {
-      if (std::strcmp(networkColumnArray[i].name, "VAL32_1") == 0) {
-        state.firstGeneric = i;
-        break;
-      }
-    }
-  }
+  if (state.firstGeneric < 0) state.firstGeneric = columnIndex("VAL32_1");
   if (type == 0) {
     for (int& position : state.next) position = state.firstGeneric;
     return -1;
@@ -112,13 +112,7 @@ std::vector<int> mapKovaColumn(const DravoColumnDefinition* columns, unsigned co
         std::strcmp(name, "messageID") == 0) {
       continue;
     }
-    int found = -1;
-    for (int i = 0; i < networkArraySize; ++i) {
-      if (std::strcmp(networkColumnArray[i].name, name) == 0) {
-        found = i;
-        break;
-      }
-    }
+    const int found = columnIndex(name);
     if (found < 0) return std::vector<int>();
     indices.push_back(found);
   }

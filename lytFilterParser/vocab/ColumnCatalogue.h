@@ -6,7 +6,6 @@
 
 #include <vector>
 
-#include "lytFilterParser/Export.h"
 #include "lytFilterParser/vocab/ValueType.h"
 
 // One row of a column catalogue. The flag is 1 on the columns that identify

@@ -5,10 +5,6 @@
 #ifndef LYTFILTERPARSER_VOCAB_LEGACYSYNTAX_H
 #define LYTFILTERPARSER_VOCAB_LEGACYSYNTAX_H
 
-#include <string_view>
-
-#include "lytFilterParser/detail/Rows.h"
-#include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/vocab/Syntax.h"
 #include "lytFilterParser/vocab/ValueType.h"
 
@@ -25,7 +21,6 @@ inline constexpr Word<LegacyOption> kLegacyOptions[] = {
     {"-a", LEGACY_AGGREGATE, "aggregation: i for one row per connection"},
     {"-filter", LEGACY_FILTER, "filter list, written for older peers"},
 };
-constexpr Rows<Word<LegacyOption>> legacyOptions() { return kLegacyOptions; }
 constexpr std::string_view legacyOptionWord(LegacyOption option) {
   return wordOf<LegacyOption>(kLegacyOptions, option);
 }
@@ -41,7 +36,6 @@ inline constexpr LegacyGroup kLegacyGroups[] = {
     {"topqsrule", TAV_QSRULE, true}, {"topsvc", TAV_SVC, true},     {"src", TAV_SRC, false},   {"dst", TAV_DST, false},
     {"svc", TAV_SVC, false},         {"qsrule", TAV_QSRULE, false}, {"ip", TAV_IP, false},
 };
-constexpr Rows<LegacyGroup> legacyGroups() { return kLegacyGroups; }
 // The row of `word` (exact), or nullptr.
 constexpr const LegacyGroup* legacyGroup(std::string_view word) {
   for (const LegacyGroup& group : kLegacyGroups) {
@@ -77,7 +71,6 @@ inline constexpr LegacyValue kLegacyValues[] = {
     {'c', TAV_CONN, TAV_ACC_NEW, true},
     {'C', TAV_CONN, TAV_ACC_CONCURRENT, true},
 };
-constexpr Rows<LegacyValue> legacyValues() { return kLegacyValues; }
 constexpr const LegacyValue* legacyValueRead(char letter) {
   for (const LegacyValue& value : kLegacyValues) {
     if (value.read && value.letter == letter) return &value;
@@ -97,7 +90,6 @@ inline constexpr Word<int> kLegacyAggregates[] = {
     {"i", TAV_CONNID, "one row per connection"},
     {"a", -1, "aggregated rows"},
 };
-constexpr Rows<Word<int>> legacyAggregates() { return kLegacyAggregates; }
 
 // The negation flag of a legacy filter: "1" negated, "0" not.
 constexpr std::string_view legacyNegationFlag(bool negated) { return negated ? "1" : "0"; }

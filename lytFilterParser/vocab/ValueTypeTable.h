@@ -4,9 +4,6 @@
 #ifndef LYTFILTERPARSER_VOCAB_VALUETYPETABLE_H
 #define LYTFILTERPARSER_VOCAB_VALUETYPETABLE_H
 
-#include <string_view>
-
-#include "lytFilterParser/Export.h"
 #include "lytFilterParser/detail/Rows.h"
 #include "lytFilterParser/vocab/Codes.h"
 #include "lytFilterParser/vocab/ValueType.h"
@@ -97,8 +94,6 @@ constexpr bool rowsInCodeOrder() {
 }
 static_assert(rowsInCodeOrder(), "valueTypeRow looks a type up by its code");
 
-// Every value type, by code (0..20).
-inline Rows<ValueTypeRow> valueTypeRows() { return kValueTypes; }
 // The row of `type`; nullptr outside 0..20.
 inline const ValueTypeRow* valueTypeRow(TavValType type) {
   const unsigned index = static_cast<unsigned>(type);

@@ -1,11 +1,9 @@
 #include "lytFilterParser/vocab/Vocabulary.h"
 
 #include <deque>
-#include <string>
 
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/vocab/LegacySyntax.h"
-#include "lytFilterParser/vocab/Syntax.h"
 #include "lytFilterParser/vocab/ValueTypeTable.h"
 
 namespace lytFilterParser {
@@ -55,32 +53,26 @@ unsigned valueTypePeers(const detail::ValueTypeRow& row) {
   return peers;
 }
 
-unsigned valueTypePlaces(const detail::ValueTypeRow& row) {
-  unsigned places = 0;
-  if (row.places & detail::kInFilter) places |= PLACE_FILTER;
-  if (row.places & detail::kAsKey) places |= PLACE_KEY;
-  if (row.places & detail::kAsValue) places |= PLACE_VALUE;
-  return places;
-}
+// The table's first three place bits are the public ones.
+static_assert(unsigned{PLACE_FILTER} == detail::kInFilter && unsigned{PLACE_KEY} == detail::kAsKey &&
+              unsigned{PLACE_VALUE} == detail::kAsValue);
+constexpr unsigned kPublicPlaces = PLACE_FILTER | PLACE_KEY | PLACE_VALUE;
 
 // Where the value type that follows an option stands; the sort option takes none.
-unsigned optionPlace(detail::RequestOption option) {
-  switch (option) {
-    case detail::OPTION_FILTER: return PLACE_FILTER;
-    case detail::OPTION_KEY: return PLACE_KEY;
-    case detail::OPTION_VALUE: return PLACE_VALUE;
-    case detail::OPTION_SORT: return 0;
-  }
-  return 0;
+constexpr unsigned optionPlace(detail::RequestOption option) {
+  return option == detail::OPTION_FILTER  ? unsigned{PLACE_FILTER}
+         : option == detail::OPTION_KEY   ? unsigned{PLACE_KEY}
+         : option == detail::OPTION_VALUE ? unsigned{PLACE_VALUE}
+                                          : 0;
 }
 
 void addCurrentSyntax(Builder& list) {
   for (const detail::Word<detail::RequestOption>& option : detail::kRequestOptions) {
     list.add(option.text, WordKind::Option, -1, option.meaning, kAllPeers, true, true, optionPlace(option.code));
   }
-  for (const detail::ValueTypeRow& row : detail::valueTypeRows()) {
+  for (const detail::ValueTypeRow& row : detail::kValueTypes) {
     list.add(row.keyword, WordKind::ValueType, row.type, row.meaning, valueTypePeers(row), true, row.written,
-             valueTypePlaces(row));
+             row.places & kPublicPlaces);
   }
   list.addAll(detail::kFilterOperators, WordKind::FilterOperator, kAllPeers);
   list.addAll(detail::kNegationWords, WordKind::Negation, kAllPeers);
@@ -117,7 +109,7 @@ void addCurrentSyntax(Builder& list) {
 }
 
 void addLegacySyntax(Builder& list) {
-  for (const detail::Word<detail::LegacyOption>& option : detail::legacyOptions()) {
+  for (const detail::Word<detail::LegacyOption>& option : detail::kLegacyOptions) {
     const WordKind takes = option.code == detail::LEGACY_GROUP   ? WordKind::LegacyGroup
                            : option.code == detail::LEGACY_VALUE ? WordKind::LegacyValue
                                                                  : WordKind::LegacyAggregate;
@@ -125,12 +117,12 @@ void addLegacySyntax(Builder& list) {
     list.add(option.text, WordKind::LegacyOption, read ? static_cast<int>(takes) : -1, option.meaning, kLegacyPeers,
              read);
   }
-  for (const detail::LegacyGroup& group : detail::legacyGroups()) {
+  for (const detail::LegacyGroup& group : detail::kLegacyGroups) {
     std::string meaning = "group by " + std::string(detail::valueTypeKeyword(group.keyType));
     if (group.top) meaning += ", sorted top";
     list.add(group.word, WordKind::LegacyGroup, group.keyType, list.keep(std::move(meaning)), kLegacyPeers);
   }
-  for (const detail::LegacyValue& value : detail::legacyValues()) {
+  for (const detail::LegacyValue& value : detail::kLegacyValues) {
     std::string meaning;
     if (value.type >= 0) meaning = std::string(detail::valueTypeKeyword(static_cast<TavValType>(value.type)));
     if (value.acc >= 0) {
@@ -140,7 +132,7 @@ void addLegacySyntax(Builder& list) {
     list.add(list.keep(std::string(1, value.letter)), WordKind::LegacyValue, value.type, list.keep(std::move(meaning)),
              kLegacyPeers, value.read);
   }
-  for (const detail::Word<int>& letter : detail::legacyAggregates()) {
+  for (const detail::Word<int>& letter : detail::kLegacyAggregates) {
     list.add(letter.text, WordKind::LegacyAggregate, letter.code, letter.meaning, kLegacyPeers, letter.code >= 0);
   }
 }
