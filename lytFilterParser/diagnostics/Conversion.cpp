@@ -115,23 +115,27 @@ void checkConverted(std::string_view line, const std::string& converted, Finding
   }
 }
 
-// Where convert's refusal of `line` stands.
-Span refusalPlace(std::string_view line, TavVersion peer, const std::string& error) {
+// Convert's refusal of `line`, on the word where it stands.
+Refusal refusal(std::string_view line, TavVersion peer, const std::string& error) {
+  const Span end{line.size(), 0};
   if (peer == TAV_VERSION_CURRENT) {
     const Reading reading = readText(line, false);
-    return reading.fault == error ? reading.at : Span{line.size(), 0};
+    return reading.fault == error ? refusalAt(error, reading.at, reading.record.expected, line)
+                                  : refusalAt(error, end, 0, line);
   }
-  if (!isLegacy(peer)) return Span{0, line.size()};
+  if (!isLegacy(peer)) return refusalAt(error, Span{0, line.size()}, 0, line);
   TextTokens tokens(line);
   WordTokens translated;
   std::string fault;
   LegacyTrace trace;
-  if (!translateLegacy(tokens, translated, fault, &trace)) return trace.faultAt;
+  if (!translateLegacy(tokens, translated, fault, &trace)) return refusalAt(error, trace.faultAt, trace.expected, line);
   Reader reader;
+  Record record;
+  reader.record = &record;
   NetworkKovaRequest request(Filter(), TavColumnArray(), TavColumnArray(), TAV_SORT_NONE, 1);
   WordTokens::iterator cur = translated.begin();
-  if (reader.request(request, translated, cur) || reader.fault != error) return Span{line.size(), 0};
-  return translated.span(cur);
+  if (reader.request(request, translated, cur) || reader.fault != error) return refusalAt(error, end, 0, line);
+  return refusalAt(error, translated.span(cur), record.expected, line);
 }
 
 }  // namespace
@@ -143,7 +147,7 @@ Conversion convertWithDiagnostics(const std::string& line, TavVersion peer) {
   std::string error;
   conversion.request = LYTKovaRequest::convert(line, peer, error);
   if (!error.empty()) {
-    conversion.refusal = refusalAt(error, refusalPlace(line, peer, error), line);
+    conversion.refusal = refusal(line, peer, error);
     return conversion;
   }
   if (!isLegacy(peer)) return conversion;

@@ -74,9 +74,9 @@ class Translation {
   bool value() {
     const Span option = optionTaken();
     emit(optionWord(OPTION_VALUE));
-    if (cur == end) return refuse("Invalid value type");
+    if (cur == end) return refuse("Invalid value type", kindBit(WordKind::LegacyValue));
     const LegacyValue* row = legacyValueRead(firstChar(*cur));
-    if (row == nullptr) return refuse("Invalid value type");
+    if (row == nullptr) return refuse("Invalid value type", kindBit(WordKind::LegacyValue));
     if (trace != nullptr) {
       if ((*cur).size() > 1) note(LegacyEvent::FirstLetter, here(), Part::Name, LEGACY_VALUE);
       if (valueGiven) note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_VALUE);
@@ -93,9 +93,9 @@ class Translation {
   bool group() {
     const Span option = optionTaken();
     emit(optionWord(OPTION_KEY));
-    if (cur == end) return refuse("Invalid key type");
+    if (cur == end) return refuse("Invalid key type", kindBit(WordKind::LegacyGroup));
     const LegacyGroup* row = legacyGroup(*cur);
-    if (row == nullptr) return refuse("Invalid key type");
+    if (row == nullptr) return refuse("Invalid key type", kindBit(WordKind::LegacyGroup));
     if (trace != nullptr && groups++ > 0)
       note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_GROUP);
     ++cur;
@@ -344,8 +344,11 @@ class Translation {
     ++cur;
   }
   void emit(std::string_view word) { out.push_back(word); }
-  bool refuse(const char* message) {
-    if (trace != nullptr) trace->faultAt = here();
+  bool refuse(const char* message, WordKinds expected = 0) {
+    if (trace != nullptr) {
+      trace->faultAt = here();
+      trace->expected = expected;
+    }
     fault.assign(message);
     return false;
   }
