@@ -4,7 +4,6 @@
 #ifndef LYTFILTERPARSER_DIAGNOSTICS_READING_H
 #define LYTFILTERPARSER_DIAGNOSTICS_READING_H
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>

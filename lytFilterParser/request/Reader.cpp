@@ -23,7 +23,8 @@
 //
 // Which words fill these places is the vocabulary's (vocab/). A fault is a
 // message thrown through Assert; the cursor then stands on the word the
-// message names, or at the end when the message says a word is missing.
+// message names, or at the end when the message says a word is missing;
+// a reader with a record keeps there the kinds of word it would have taken.
 #include "lytFilterParser/request/Reader.h"
 
 #include <algorithm>
