@@ -84,21 +84,27 @@ void checkConverted(std::string_view line, const std::string& converted, Finding
   }
 }
 
-// Where convert's refusal of `line` for a peer other than 1 and 2 stands.
-Span refusalPlace(std::string_view line, TavVersion peer, const std::string& error) {
-  if (peer != TAV_VERSION_CURRENT) return Span{0, line.size()};
+// Convert's refusal of `line` for a peer other than 1 and 2, on the word
+// where it stands.
+Refusal otherRefusal(std::string_view line, TavVersion peer, const std::string& error) {
+  if (peer != TAV_VERSION_CURRENT) return refusalAt(error, Span{0, line.size()}, 0, line);
   const Reading reading = readText(line, false);
-  return reading.fault == error ? reading.at : Span{line.size(), 0};
+  return reading.fault == error ? refusalAt(error, reading.at, reading.record.expected, line)
+                                : refusalAt(error, Span{line.size(), 0}, 0, line);
 }
 
-// Where the current-syntax reader refuses a legacy line's translation with
-// `error`, which convert gave; the end of the line when it does not.
-Span readerPlace(std::string_view line, WordTokens& translated, const std::string& error) {
+// Convert's refusal of a legacy line whose translation the current-syntax
+// reader refuses with `error`; at the end of the line when it does not.
+Refusal readerRefusal(std::string_view line, WordTokens& translated, const std::string& error) {
   Reader reader;
+  Record record;
+  reader.record = &record;
   NetworkKovaRequest request(Filter(), TavColumnArray(), TavColumnArray(), TAV_SORT_NONE, 1);
   WordTokens::iterator cur = translated.begin();
-  if (reader.request(request, translated, cur) || reader.fault != error) return Span{line.size(), 0};
-  return translated.span(cur);
+  if (reader.request(request, translated, cur) || reader.fault != error) {
+    return refusalAt(error, Span{line.size(), 0}, 0, line);
+  }
+  return refusalAt(error, translated.span(cur), record.expected, line);
 }
 
 }  // namespace
@@ -110,7 +116,7 @@ Conversion convertWithDiagnostics(const std::string& line, TavVersion peer) {
   std::string error;
   conversion.request = LYTKovaRequest::convert(line, peer, error);
   if (!isLegacy(peer)) {
-    if (!error.empty()) conversion.refusal = refusalAt(error, refusalPlace(line, peer, error), line);
+    if (!error.empty()) conversion.refusal = otherRefusal(line, peer, error);
     return conversion;
   }
   TextTokens tokens(line);
@@ -119,7 +125,8 @@ Conversion convertWithDiagnostics(const std::string& line, TavVersion peer) {
   LegacyTrace trace;
   const bool complete = translateLegacy(tokens, translated, fault, &trace);
   if (!error.empty()) {
-    conversion.refusal = refusalAt(error, complete ? readerPlace(line, translated, error) : trace.faultAt, line);
+    conversion.refusal =
+        complete ? readerRefusal(line, translated, error) : refusalAt(error, trace.faultAt, trace.expected, line);
     return conversion;
   }
   Findings found;

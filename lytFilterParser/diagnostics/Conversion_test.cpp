@@ -59,6 +59,7 @@ const Row kRows[] = {
     {"-g src -f src a -v pkt", 2, {}},  // the current syntax after a plain group means what it says
     {"-g src -f src acc=sum -v pkt sort=top", 2, {}},
     {"-g topsrc -y x", 2, {"Invalid value type:x"}},
+    {"-g topsrc -y P", 2, {"Invalid value type:P", "p"}},
     {"-g topsrcc", 1, {"Invalid key type:topsrcc", "topsrc"}},
     {"-g src 10.0.0.1 -ybx p", 2, {"Invalid option: -ybx:-ybx"}},  // no suggestion for a word of the vocabulary
     {"-g src 10.0.0.1 10.0.0.2 -y p", 2, {"Invalid option: -y:-y"}},

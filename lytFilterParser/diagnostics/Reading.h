@@ -4,7 +4,6 @@
 #ifndef LYTFILTERPARSER_DIAGNOSTICS_READING_H
 #define LYTFILTERPARSER_DIAGNOSTICS_READING_H
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,8 +20,8 @@ namespace lytFilterParser {
 namespace detail {
 
 // The refusal with `message` at `at` of `text`, with the suggestions for
-// the word there that the message calls for (Refusal.cpp).
-Refusal refusalAt(std::string message, Span at, std::string_view text);
+// the word there among the kinds `expected` there (Refusal.cpp).
+Refusal refusalAt(std::string message, Span at, WordKinds expected, std::string_view text);
 
 // What lint, fidelity and validate find in a reading with its record (the
 // public functions of the same names read the text first).

@@ -28,7 +28,7 @@ const LYTKovaRequest* RecordedRequest::request() const { return state->reading.r
 std::optional<Refusal> RecordedRequest::refusal() const {
   const detail::Reading& reading = state->reading;
   if (reading.request || reading.fault.empty()) return std::nullopt;
-  return detail::refusalAt(reading.fault, reading.at, state->text);
+  return detail::refusalAt(reading.fault, reading.at, reading.record.expected, state->text);
 }
 
 std::vector<Diagnostic> RecordedRequest::lint() const { return detail::lintReading(state->reading); }

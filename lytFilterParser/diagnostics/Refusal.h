@@ -26,9 +26,9 @@ struct Refusal {
 // text has no word. `message` is the error getLYTKovaRequest gives; the
 // place is the word the reader stopped on (a "]" the reader adds to an atom
 // list stands where the next word starts, with length 0); the suggestions
-// are for the word there when the message says it is not a word of its
-// place and it is no word of the vocabulary ("Invalid type: Src" suggests
-// "src"; see suggestWords). Throws nothing of its own.
+// are for the word there, among the kinds of word the reader would have
+// taken at that place, when it is no word of the vocabulary ("Invalid type:
+// Src" suggests "src"; see suggestWords). Throws nothing of its own.
 LFP_API std::optional<Refusal> readRefusal(const std::string& text);
 
 // Up to three readable words of the vocabulary of the kinds in `kinds` (all

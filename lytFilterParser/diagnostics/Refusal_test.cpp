@@ -33,6 +33,10 @@ TEST(Refusal, TheFaultStandsOnItsWordWithTheWordsItMayHaveMeant) {
       {"-k src\xc2\xa0 -v wb", {"Invalid type: src\xc2\xa0:src\xc2\xa0", "src"}},
       {"-x", {"Invalid option: -x:-x", "-f", "-k", "-v"}},
       {"-k svc -v wb -s top indx=2", {"Invalid option: indx=2:indx=2", "index="}},
+      {"-k svc -v wb -s top -index=2", {"Invalid option: -index=2:-index=2", "index="}},
+      {"index=2 -k svc", {"Invalid option: index=2:index=2"}},  // no sort to take it
+      {"-k sr -v wb", {"Invalid type: sr:sr", "src"}},          // no operator after "-k"
+      {"-f sr a", {"Invalid type: sr:sr", "src", "or"}},
       {"-k svc -v wb -s", {"Sort type expected:$"}},
       {"-f and [ -f src 10.0.0.1 -k svc", {"`]` expected instead of: -k:-k"}},
       {"-f src a ] -k svc -v wb", {"Invalid option: ]:@11"}},  // the "]" the reader adds before -k

@@ -55,7 +55,7 @@ class Translation {
     const Span option = optionTaken();
     emit(optionWord(OPTION_VALUE));
     const LegacyValue* row = cur == end ? nullptr : legacyValueRead(firstChar(*cur));
-    if (row == nullptr) return refuse("Invalid value type");
+    if (row == nullptr) return refuse("Invalid value type", kindBit(WordKind::LegacyValue));
     if (trace != nullptr) noteLetter(option, LEGACY_VALUE, valueGiven);
     emit(kValueTypes[row->type].keyword);
     if (row->acc >= 0) emit(accumulationWord(static_cast<TavAccType>(row->acc)));
@@ -70,7 +70,7 @@ class Translation {
     const Span option = optionTaken();
     emit(optionWord(OPTION_KEY));
     const LegacyGroup* row = cur == end ? nullptr : legacyGroup(*cur);
-    if (row == nullptr) return refuse("Invalid key type");
+    if (row == nullptr) return refuse("Invalid key type", kindBit(WordKind::LegacyGroup));
     if (trace != nullptr && groups++ > 0)
       note(LegacyEvent::OptionRepeated, cover(option, here()), Part::Name, LEGACY_GROUP);
     ++cur;
@@ -302,8 +302,11 @@ class Translation {
     ++cur;
   }
   void emit(std::string_view word) { out.push_back(word); }
-  bool refuse(const char* message) {
-    if (trace != nullptr) trace->faultAt = here();
+  bool refuse(const char* message, WordKinds expected = 0) {
+    if (trace != nullptr) {
+      trace->faultAt = here();
+      trace->expected = expected;
+    }
     fault.assign(message);
     return false;
   }

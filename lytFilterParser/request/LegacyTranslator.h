@@ -35,10 +35,11 @@ struct LegacyEvent {
 
 // What a translation decided, for a caller that asks: its events in the
 // order of the line, and where it stopped when it refused (length 0 at the
-// end of the line).
+// end of the line) with the kinds of word it would have taken there.
 struct LegacyTrace {
   std::vector<LegacyEvent> events;
   Span faultAt;
+  WordKinds expected = 0;
 };
 
 // Appends the translation of `tokens` to `out`: views of the tokens that

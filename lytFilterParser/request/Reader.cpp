@@ -23,7 +23,8 @@
 //
 // Which words fill these places is the vocabulary's (vocab/). A fault is a
 // message thrown through Assert; the cursor then stands on the word the
-// message names, or at the end when the message says a word is missing.
+// message names, or at the end when the message says a word is missing;
+// a reader with a record keeps there the kinds of word it would have taken.
 #include "lytFilterParser/request/Reader.h"
 
 #include <algorithm>
@@ -55,19 +56,28 @@ namespace {
 
 constexpr std::string_view kNoType = "Expected type at this point but there is no data";
 
+// The kinds of word that stand where a rule refuses one: an option, after
+// a sort's type a sort option or the option that ends its words, and after
+// "-f" a filter's type or operator.
+constexpr WordKinds kOption = kindBit(WordKind::Option);
+constexpr WordKinds kAfterSort = kOption | kindBit(WordKind::SortOption);
+constexpr WordKinds kFilterHead = kindBit(WordKind::ValueType) | kindBit(WordKind::FilterOperator);
+
 // Ends a run of entities or interface items.
 bool endsItems(std::string_view token) { return firstChar(token) == '-' || isChar(token, kCloseBracket); }
 
 }  // namespace
 
-bool Reader::refuse(std::string_view message) {
+bool Reader::refuse(std::string_view message, WordKinds expected) {
+  // Only a reader with a record keeps what it expected: the entry points pay nothing for it.
+  if (record != nullptr) record->expected = expected;
   fault.assign(message.data(), message.size());
   return false;
 }
 
-bool Reader::refuse(std::string_view head, std::string_view token) {
+bool Reader::refuse(std::string_view head, std::string_view token, WordKinds expected) {
   fault.reserve(head.size() + token.size());
-  fault.assign(head.data(), head.size());
+  refuse(head, expected);
   fault.append(token.data(), token.size());
   return false;
 }
@@ -132,9 +142,10 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
     list.push_back(
         RecordColumn{option, type, upTo(option, spanAt(tokens, cur)), first, countOf(record->words.size()) - first});
   };
+  WordKinds expected = kOption;
   while (cur != tokens.end()) {
     const std::string_view option = *cur;
-    if (option.size() != 2 || option[0] != '-') return refuse("Invalid option: ", option);
+    if (option.size() != 2 || option[0] != '-') return refuse("Invalid option: ", option, expected);
     if (option[1] != OPTION_FILTER) listEnd.known = false;
     const Span at = recording<Tokens> ? spanAt(tokens, cur) : Span{};
     const std::uint32_t first = recording<Tokens> ? countOf(record->words.size()) : 0;
@@ -179,9 +190,10 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
         ++cur;
         read = filterOption(request, tokens, cur, listEnd, at);
         break;
-      default: return refuse("Invalid option: ", option);
+      default: return refuse("Invalid option: ", option, expected);
     }
     if (!read) return false;
+    expected = option[1] == OPTION_SORT ? kAfterSort : kOption;
   }
   if (recording<Tokens>) {
     record->nodes[0].end = countOf(record->nodes.size());
@@ -272,7 +284,7 @@ template <class Tokens>
 bool Reader::filterOperator(Filter& filter, Tokens& tokens, Iter<Tokens>& cur) {
   const std::string_view token = cur == tokens.end() ? std::string_view() : std::string_view(*cur);
   const FilterOperator* op = codeOf<FilterOperator>(kFilterOperators, token);
-  if (op == nullptr) return refuse("Not a valid operator: ", token);
+  if (op == nullptr) return refuse("Not a valid operator: ", token, kindBit(WordKind::FilterOperator));
   filter.filterOperator = *op;
   ++cur;
   return true;
@@ -391,7 +403,7 @@ template <class Tokens>
 bool Reader::content(ContentFilterBase& filter, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) return refuse(kNoType);
   const ValueTypeRow* type = findValueType(*cur);
-  if (type == nullptr) return refuse("Invalid type: ", *cur);
+  if (type == nullptr) return refuse("Invalid type: ", *cur, kFilterHead);
   filter.filterType = type->type;
   ++cur;
   negation(filter, tokens, cur);
@@ -480,7 +492,7 @@ template <class Tokens>
 bool Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::string& sortOption) {
   if (cur == tokens.end()) return refuse(kNoType);
   const ValueTypeRow* type = findValueType(*cur);
-  if (type == nullptr) return refuse("Invalid type: ", *cur);
+  if (type == nullptr) return refuse("Invalid type: ", *cur, kindBit(WordKind::ValueType));
   column.valueType = type->type;
   ++cur;
   while (cur != tokens.end()) {
@@ -521,7 +533,7 @@ bool Reader::accumulation(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur) 
   if (cur == tokens.end()) return refuse(kNoType);
   const std::string_view token = *cur;
   const TavAccType* acc = codeOf<TavAccType>(kAccumulationModes, token);
-  if (acc == nullptr) return refuse("Invalid accumulation mode: ", token);
+  if (acc == nullptr) return refuse("Invalid accumulation mode: ", token, kindBit(WordKind::AccumulationMode));
   column.accType = *acc;
   ++cur;
   return true;
@@ -548,9 +560,9 @@ bool Reader::columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>&
         return true;
       }
     }
-    return refuse(option.message);
+    return refuse(option.message, kindBit(WordKind::ColumnOption));
   }
-  return refuse("Expected filter type");
+  return refuse("Expected filter type", kindBit(WordKind::ColumnOption));
 }
 
 template <class Tokens>
@@ -558,7 +570,7 @@ bool Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur
   if (cur == tokens.end()) return refuse("Sort type expected");
   const std::string_view word = *cur;
   const TavSortType* type = codeOf<TavSortType>(kSortTypes, word);
-  if (type == nullptr) return refuse("Invalid sort type: ", word);
+  if (type == nullptr) return refuse("Invalid sort type: ", word, kindBit(WordKind::SortType));
   request.sortType = *type;
   ++cur;
   request.sortIndex = 1;
@@ -576,7 +588,7 @@ bool Reader::sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur
       const int count = readInt(option, updates.size());
       request.maxUpdates = count > 0 ? count : NetworkKovaRequest::defaultMaxUpdates;
     } else {
-      return refuse("Invalid option: ", option);
+      return refuse("Invalid option: ", option, kAfterSort);
     }
   }
   return true;
@@ -622,7 +634,7 @@ bool Reader::dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur
       return true;
     }
   }
-  return refuse("Not a valid argument for dataType");
+  return refuse("Not a valid argument for dataType", kindBit(WordKind::VirtualLink));
 }
 
 // The entry points read the text in place.

@@ -121,9 +121,10 @@ struct Reader {
   template <class Tokens>
   void words(const Tokens& tokens, Iter<Tokens> from, const Iter<Tokens>& cur, Part part);
 
-  // Keeps `message` as the fault; false.
-  bool refuse(std::string_view message);
-  bool refuse(std::string_view head, std::string_view token);
+  // Keeps `message` as the fault, and in the record the kinds of word
+  // `expected` where it stands; false.
+  bool refuse(std::string_view message, WordKinds expected = 0);
+  bool refuse(std::string_view head, std::string_view token, WordKinds expected = 0);
   // Throws the fault through Assert when `read` is false.
   void raiseUnless(bool read);
 };

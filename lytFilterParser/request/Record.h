@@ -15,11 +15,16 @@
 
 #include "lytFilterParser/base/Span.h"
 #include "lytFilterParser/detail/SmallVector.h"
+#include "lytFilterParser/vocab/Vocabulary.h"
 
 class LYTKovaRequest;
 
 namespace lytFilterParser {
 namespace detail {
+
+// Kinds of word, a bit for each WordKind.
+typedef std::uint32_t WordKinds;
+constexpr WordKinds kindBit(WordKind kind) { return WordKinds{1} << static_cast<unsigned>(kind); }
 
 // What a word after a column's type, an atom's type or a sort type is.
 enum class Part : unsigned char {
@@ -96,6 +101,7 @@ struct Record {
   SmallVector<RecordWord, 16> words;
   Span vlName;
   SmallVector<DataTypeOption, 2> dataTypes;
+  WordKinds expected = 0;  // at a fault: the kinds of word the reader would have taken there
 
   std::string_view textOf(Span span) const { return text.substr(span.start, span.length); }
   // The first child of compound node `node` is node + 1; the next sibling of `child` is nodes[child].end.
