@@ -270,9 +270,10 @@ FilterOperator operatorOf(const Record& outline, const FilterOption& option) {
 
 std::string_view operatorName(FilterOperator op) { return wordOf<FilterOperator>(kFilterOperators, op); }
 
+// A request with one "-f" has nothing to find here.
 void lintFilterOptions(const Record& outline, Findings& found) {
   const auto& options = outline.filterOptions;
-  if (options.empty()) return;
+  if (options.size() < 2) return;
   const FilterOption& lastOption = options.back();
   const FilterOperator effective = operatorOf(outline, lastOption);
   for (std::size_t i = 1; i < options.size(); ++i) {
