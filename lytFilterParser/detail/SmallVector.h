@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <new>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 namespace lytFilterParser {
@@ -22,12 +21,13 @@ class SmallVector {
                 "SmallVector keeps plain records");
 
  public:
-  std::size_t size() const { return spilled ? far.size() : count; }
-  bool empty() const { return size() == 0; }
-  T* begin() { return spilled ? far.data() : near.items; }
-  T* end() { return begin() + size(); }
-  const T* begin() const { return spilled ? far.data() : near.items; }
-  const T* end() const { return begin() + size(); }
+  std::size_t size() const { return count; }
+  bool empty() const { return count == 0; }
+  // The elements stay in place up to N of them: only the N+1-th moves them.
+  T* begin() { return count <= N ? near.items : far.data(); }
+  T* end() { return begin() + count; }
+  const T* begin() const { return count <= N ? near.items : far.data(); }
+  const T* end() const { return begin() + count; }
   T& operator[](std::size_t i) { return begin()[i]; }
   const T& operator[](std::size_t i) const { return begin()[i]; }
   const T& front() const { return *begin(); }
@@ -35,18 +35,14 @@ class SmallVector {
   const T& back() const { return end()[-1]; }
 
   // The element added; valid until the next one is added.
-  T& push_back(T value) {
-    if (!spilled && count < N) {
-      T* const slot = new (&near.items[count]) T(std::move(value));
-      ++count;
-      return *slot;
-    }
-    if (!spilled) {
+  T& push_back(const T& value) {
+    if (count < N) return *new (&near.items[count++]) T(value);
+    if (count == N) {
       far.reserve(4 * N);
-      for (std::size_t i = 0; i < count; ++i) far.push_back(std::move(near.items[i]));
-      spilled = true;
+      far.assign(near.items, near.items + N);
     }
-    far.push_back(std::move(value));
+    far.push_back(value);
+    ++count;
     return far.back();
   }
 
@@ -57,7 +53,6 @@ class SmallVector {
     T items[N];
   } near;
   std::size_t count = 0;
-  bool spilled = false;
   std::vector<T> far;
 };
 

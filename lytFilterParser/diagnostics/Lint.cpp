@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 
+#include "lytFilterParser/detail/SmallVector.h"
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/diagnostics/Characters.h"
 #include "lytFilterParser/diagnostics/DiagnosticTable.h"
@@ -59,28 +61,28 @@ std::string_view wordAround(std::string_view text, std::size_t at) {
   return text.substr(start, end - start);
 }
 
-// Whether the 8 bytes at `p` are all printable ASCII (0x20 to 0x7E), eight
-// at a time: a byte of 0x80 or more, below 0x20, or 0x7F sets its top bit.
-bool printable8(const char* p) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101ull, kTops = 0x8080808080808080ull;
-  std::uint64_t x;
-  std::memcpy(&x, p, sizeof x);
-  const std::uint64_t low = x - 0x20 * kOnes;            // borrows into the top bit of a byte below 0x20
-  const std::uint64_t del = (x ^ 0x7F * kOnes) - kOnes;  // likewise for a byte equal to 0x7F
-  return ((x | low | (del & ~(x ^ 0x7F * kOnes))) & kTops) == 0;
+// Whether every byte of `text` is printable ASCII (0x20 to 0x7E), as in most
+// requests: eight bytes at a time, the last eight read again. The lowest byte
+// below 0x20 borrows nothing and sets the top bit of its byte of x - 0x20...;
+// with no byte of 0x80 or more (x's top bits), adding 1 carries nothing and
+// sets it for 0x7F.
+bool printable(std::string_view text) {
+  if (text.size() < 8) return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+  constexpr std::uint64_t kOnes = 0x0101010101010101ull;
+  std::uint64_t bad = 0;
+  const auto add = [&](std::size_t i) {
+    std::uint64_t x;
+    std::memcpy(&x, text.data() + i, 8);
+    bad |= x | (x - 0x20 * kOnes) | (x + kOnes);
+  };
+  for (std::size_t i = 0; i + 8 < text.size(); i += 8) add(i);
+  add(text.size() - 8);
+  return (bad & 0x80 * kOnes) == 0;
 }
 
 void lintInvisible(std::string_view text, Findings& found) {
+  if (printable(text)) return;
   for (std::size_t i = 0; i < text.size();) {
-    if (i + 8 <= text.size() && printable8(text.data() + i)) {  // most of any request
-      i += 8;
-      continue;
-    }
-    const unsigned char byte = static_cast<unsigned char>(text[i]);
-    if (byte >= 0x20 && byte < 0x7F) {  // printable ASCII, most of any request
-      ++i;
-      continue;
-    }
     const InvisibleCharacter first = invisibleAt(text, i);
     if (first.length == 0) {
       ++i;
@@ -102,32 +104,32 @@ void lintInvisible(std::string_view text, Findings& found) {
 
 enum class Place { Atom, Interfaces, Column };
 
+// Whether the text holds a "," and a "<>" at all: most requests hold
+// neither, and their names are then not searched for them.
+struct Marks {
+  bool commas;
+  bool separators;
+};
+
 // The words that mean something of their own where names stand, and what
-// tells most names apart from all of them cheaply: their first byte and length.
+// tells most names apart from all of them cheaply: bit n of lengths[c] is set
+// when one of them has n bytes and starts with c.
 struct Keywords {
   std::unordered_map<std::string_view, const lytFilterParser::Word*> words;
-  bool firstByte[256] = {};
-  std::size_t longest = 0;
+  std::uint64_t lengths[256] = {};
 };
+
+constexpr WordKind kKeywordKinds[] = {WordKind::ValueType,        WordKind::FilterOperator, WordKind::Negation,
+                                      WordKind::AccumulationMode, WordKind::ColumnOption,   WordKind::SortInColumn,
+                                      WordKind::SortType};
 
 const Keywords& keywords() {
   static const Keywords made = [] {
     Keywords list;
     for (const lytFilterParser::Word& word : vocabulary()) {
-      switch (word.kind) {
-        case WordKind::ValueType:
-        case WordKind::FilterOperator:
-        case WordKind::Negation:
-        case WordKind::AccumulationMode:
-        case WordKind::ColumnOption:
-        case WordKind::SortInColumn:
-        case WordKind::SortType:
-          list.words.emplace(word.text, &word);
-          list.firstByte[static_cast<unsigned char>(word.text[0])] = true;
-          list.longest = std::max(list.longest, word.text.size());
-          break;
-        default: break;
-      }
+      if (std::find(std::begin(kKeywordKinds), std::end(kKeywordKinds), word.kind) == std::end(kKeywordKinds)) continue;
+      list.words.emplace(word.text, &word);
+      list.lengths[static_cast<unsigned char>(word.text[0])] |= std::uint64_t{1} << word.text.size();
     }
     return list;
   }();
@@ -136,7 +138,7 @@ const Keywords& keywords() {
 
 const lytFilterParser::Word* keywordOf(std::string_view name) {
   const Keywords& known = keywords();
-  if (name.empty() || name.size() > known.longest || !known.firstByte[static_cast<unsigned char>(name[0])])
+  if (name.empty() || name.size() >= 64 || (known.lengths[static_cast<unsigned char>(name[0])] >> name.size() & 1) == 0)
     return nullptr;
   const auto found = known.words.find(name);
   return found == known.words.end() ? nullptr : found->second;
@@ -144,8 +146,13 @@ const lytFilterParser::Word* keywordOf(std::string_view name) {
 
 std::string atByte(std::size_t offset) { return "byte " + std::to_string(offset); }
 
-void lintDirection(std::string_view item, Span at, Findings& found) {
-  const std::size_t comma = item.find(kDirectionSeparator);
+// The word at `earlier` is given again later as `word`: the later one counts.
+void reportOverridden(const Record& outline, Span earlier, std::string_view word, Findings& found) {
+  found.add(Code::OptionRepeated, earlier,
+            quoted(outline.textOf(earlier)) + " is overridden by the later " + quoted(word));
+}
+
+void lintDirection(std::string_view item, std::size_t comma, Span at, Findings& found) {
   if (comma == std::string_view::npos) return;
   if (comma + 1 == item.size()) {
     found.add(Code::WordMisread, at, quoted(item) + " has no direction after the comma: the whole word is the name");
@@ -167,67 +174,20 @@ void lintDirection(std::string_view item, Span at, Findings& found) {
   found.add(Code::WordMisread, at, quoted(item) + " is read as " + shown + ", by the first letter of its direction");
 }
 
-// The name a duplicate is judged by: an entity without its resolved name,
-// an interface item as written.
-std::string_view nameKey(std::string_view word, Place place) {
-  return place == Place::Interfaces ? word : word.substr(0, word.find(kEntitySeparator));
-}
-
-void lintDuplicates(const Record& outline, std::uint32_t first, std::uint32_t count, Place place, Findings& found) {
-  const auto report = [&](std::uint32_t earlier, std::uint32_t later, std::string_view name) {
-    found.add(Code::EntityDuplicate, outline.words[later].span,
-              quoted(name) + " is named twice here (first at " + atByte(outline.words[earlier].span.start) + ")");
-  };
-  const auto key = [&](std::uint32_t w) { return nameKey(outline.textOf(outline.words[w].span), place); };
-  if (count <= 16) {
-    // Few names, as in most requests: compare them pairwise without a list,
-    // each name's key found once.
-    // Plain pairs, written only where used: an array of string_view would be cleared whole first.
-    struct Key {
-      const char* data;
-      std::size_t size;
-      std::string_view view() const { return std::string_view(data, size); }
-    };
-    Key keys[16];
-    for (std::uint32_t w = 0; w < count; ++w) {
-      const std::string_view name = outline.words[first + w].part == Part::Name ? key(first + w) : std::string_view();
-      keys[w] = Key{name.data(), name.size()};
-    }
-    for (std::uint32_t later = 1; later < count; ++later) {
-      if (keys[later].size == 0) continue;  // no name, or an empty one
-      for (std::uint32_t earlier = 0; earlier < later; ++earlier) {
-        if (keys[earlier].view() != keys[later].view()) continue;
-        report(first + earlier, first + later, keys[later].view());
-        break;
-      }
-    }
-    return;
-  }
-  std::vector<std::pair<std::string_view, std::uint32_t>> names;
-  for (std::uint32_t w = first; w < first + count; ++w) {
-    if (outline.words[w].part == Part::Name) names.emplace_back(key(w), w);
-  }
-  std::stable_sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-  for (std::size_t i = 1; i < names.size(); ++i) {
-    if (names[i].first == names[i - 1].first && !names[i].first.empty()) {
-      report(names[i - 1].second, names[i].second, names[i].first);
-    }
-  }
-}
-
-void lintName(std::string_view word, Span at, Place place, Findings& found) {
+void lintName(std::string_view word, Span at, Place place, Marks marks, Findings& found) {
   if (isChar(word, kOpenBracket) || isChar(word, kCloseBracket)) {
     found.add(Code::WordMisread, at, quoted(word) + " opens or closes nothing here and is read as a name");
     return;
   }
-  const std::size_t separator =
-      place == Place::Interfaces ? word.find(kDirectionSeparator) : word.find(kEntitySeparator);
-  if (separator == 0 && (place != Place::Interfaces || word.size() > 1)) {
+  const std::size_t comma = marks.commas ? word.find(kDirectionSeparator) : std::string_view::npos;
+  if (place == Place::Interfaces
+          ? comma == 0 && word.size() > 1
+          : marks.separators && word.compare(0, kEntitySeparator.size(), kEntitySeparator) == 0) {
     found.add(Code::EntityEmpty, at, quoted(word) + " has an empty name");
   }
   if (place == Place::Interfaces) {
-    lintDirection(word, at, found);
-  } else if (word.find(kDirectionSeparator) != std::string_view::npos) {
+    lintDirection(word, comma, at, found);
+  } else if (comma != std::string_view::npos) {
     found.add(Code::EntityComma, at, quoted(word) + " is one name; names are separated by blanks");
   }
   if (const lytFilterParser::Word* keyword = keywordOf(word)) {
@@ -241,22 +201,61 @@ void lintName(std::string_view word, Span at, Place place, Findings& found) {
   }
 }
 
-void lintNames(const Record& outline, std::uint32_t first, std::uint32_t count, Place place, Findings& found) {
+// The name a duplicate is judged by: an entity without its resolved name,
+// an interface item as written.
+std::string_view nameKey(std::string_view word, Place place, Marks marks) {
+  return place == Place::Interfaces || !marks.separators ? word : word.substr(0, word.find(kEntitySeparator));
+}
+
+void reportDuplicate(Span earlier, Span later, std::string_view name, Findings& found) {
+  found.add(Code::EntityDuplicate, later,
+            quoted(name) + " is named twice here (first at " + atByte(earlier.start) + ")");
+}
+
+// Up to this many words, as in most requests, each name is compared with
+// those before it; more are sorted by name.
+constexpr std::uint32_t kFewWords = 16;
+
+void lintManyDuplicates(const Record& outline, const RecordWord* words, std::uint32_t count, Place place, Marks marks,
+                        Findings& found) {
+  std::vector<std::pair<std::string_view, std::uint32_t>> names;
+  for (std::uint32_t w = 0; w < count; ++w) {
+    if (words[w].part == Part::Name) names.emplace_back(nameKey(outline.textOf(words[w].span), place, marks), w);
+  }
+  std::stable_sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (std::size_t i = 1; i < names.size(); ++i) {
+    if (names[i].first != names[i - 1].first || names[i].first.empty()) continue;
+    reportDuplicate(words[names[i - 1].second].span, words[names[i].second].span, names[i].first, found);
+  }
+}
+
+// The names among words[first, first + count), each on its own, and those
+// named twice.
+void lintNames(const Record& outline, std::uint32_t first, std::uint32_t count, Place place, Marks marks,
+               Findings& found) {
+  const RecordWord* const words = outline.words.begin() + first;
+  const auto key = [&](std::uint32_t w) { return nameKey(outline.textOf(words[w].span), place, marks); };
   bool comment = false;
-  for (std::uint32_t w = first; w < first + count; ++w) {
-    if (outline.words[w].part != Part::Name) continue;
-    const Span at = outline.words[w].span;
+  for (std::uint32_t w = 0; w < count; ++w) {
+    if (words[w].part != Part::Name) continue;
+    const Span at = words[w].span;
     const std::string_view word = outline.textOf(at);
     if (!comment && firstChar(word) == '#') {
       comment = true;
       std::uint32_t last = w;
-      while (last + 1 < first + count && outline.words[last + 1].part == Part::Name) ++last;
-      found.add(Code::InlineComment, cover(at, outline.words[last].span),
+      while (last + 1 < count && words[last + 1].part == Part::Name) ++last;
+      found.add(Code::InlineComment, cover(at, words[last].span),
                 "\"#\" starts no comment: " + quoted(word) + " and the words after it are read as names");
     }
-    lintName(word, at, place, found);
+    lintName(word, at, place, marks, found);
+    const std::string_view name = count <= kFewWords ? key(w) : std::string_view();
+    for (std::uint32_t earlier = 0; !name.empty() && earlier < w; ++earlier) {
+      if (words[earlier].part != Part::Name || key(earlier) != name) continue;
+      reportDuplicate(words[earlier].span, at, name, found);
+      break;
+    }
   }
-  lintDuplicates(outline, first, count, place, found);
+  if (count > kFewWords) lintManyDuplicates(outline, words, count, place, marks, found);
 }
 
 // ---------------------------------------------------------------------------
@@ -271,9 +270,10 @@ FilterOperator operatorOf(const Record& outline, const FilterOption& option) {
 
 std::string_view operatorName(FilterOperator op) { return wordOf<FilterOperator>(kFilterOperators, op); }
 
+// A request with one "-f" has nothing to find here.
 void lintFilterOptions(const Record& outline, Findings& found) {
   const auto& options = outline.filterOptions;
-  if (options.empty()) return;
+  if (options.size() < 2) return;
   const FilterOption& lastOption = options.back();
   const FilterOperator effective = operatorOf(outline, lastOption);
   for (std::size_t i = 1; i < options.size(); ++i) {
@@ -298,93 +298,56 @@ void lintFilterOptions(const Record& outline, Findings& found) {
   }
 }
 
-void reportUnsatisfiable(const Record& outline, const FilterNode& atom, Span last, Findings& found) {
-  found.add(Code::FilterUnsatisfiable, atom.whole,
-            quoted(outline.textOf(atom.whole)) + " requires what a filter joined to it by " +
-                quoted(wordOf<FilterOperator>(kFilterOperators, FILTER_AND)) + " excludes (at " + atByte(last.start) +
-                "): no traffic matches");
-}
-
-// Up to this many excluded names, as in ordinary requests, are looked up
-// where the record holds them, without building maps.
-constexpr std::size_t kFewExcluded = 32;
-
-// lintConjunction for few excluded names: the first atom excluding a name
-// is the one named, as in the maps.
-void lintFewExcluded(const Record& outline, std::uint32_t n, Findings& found) {
-  const FilterNode& node = outline.nodes[n];
-  const auto excludedAt = [&](std::string_view type, std::string_view name, Span& at) {
-    for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
-      const FilterNode& atom = outline.nodes[child];
-      if (atom.compound || atom.negation.length == 0 || outline.textOf(atom.head) != type) continue;
-      for (std::uint32_t w = atom.firstWord; w < atom.firstWord + atom.wordCount; ++w) {
-        if (outline.textOf(outline.words[w].span) != name) continue;
-        at = outline.words[w].span;
-        return true;
-      }
-    }
-    return false;
-  };
-  for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
-    const FilterNode& atom = outline.nodes[child];
-    if (atom.compound || atom.negation.length > 0 || atom.wordCount == 0) continue;
-    const std::string_view type = outline.textOf(atom.head);
-    Span last{};
-    bool all = true;
-    for (std::uint32_t w = atom.firstWord; all && w < atom.firstWord + atom.wordCount; ++w) {
-      all = excludedAt(type, outline.textOf(outline.words[w].span), last);
-    }
-    if (all) reportUnsatisfiable(outline, atom, last, found);
-  }
-}
-
 // An "and" of atoms that one atom requires a name of a type and another
 // excludes for the same type cannot match: every name an atom allows is
 // excluded. Different names prove nothing (a name may be a subnet or a
-// module holding the other).
+// module holding the other). A name excluded twice is named where it is
+// excluded first.
 void lintConjunction(const Record& outline, std::uint32_t n, Findings& found) {
-  const FilterNode& node = outline.nodes[n];
-  const std::string_view op = n == 0 && node.head.length == 0 ? std::string_view() : outline.textOf(node.head);
-  const FilterOperator* code = codeOf<FilterOperator>(kFilterOperators, op);
-  if (node.childCount < 2 || (code != nullptr && *code != FILTER_AND)) return;
-  std::size_t excludedNames = 0;
-  for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
-    const FilterNode& atom = outline.nodes[child];
-    if (!atom.compound && atom.negation.length > 0) excludedNames += atom.wordCount;
-  }
-  if (excludedNames == 0) return;
-  if (excludedNames <= kFewExcluded) {
-    lintFewExcluded(outline, n, found);
-    return;
-  }
-  // The names each atom type excludes: the type word and the name.
-  std::unordered_map<std::string_view, std::unordered_map<std::string_view, Span>> excluded;
-  for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
-    const FilterNode& atom = outline.nodes[child];
+  const FilterNode* const nodes = outline.nodes.begin();
+  const RecordWord* const words = outline.words.begin();
+  const FilterNode& node = nodes[n];
+  if (node.childCount < 2) return;
+  const FilterOperator* code = codeOf<FilterOperator>(kFilterOperators, outline.textOf(node.head));
+  if (code != nullptr && *code != FILTER_AND) return;
+  // The excluded names by type word and name, each in the order of the text.
+  struct Excluded {
+    std::string_view type, name;
+    Span at;
+    bool operator<(const Excluded& other) const {
+      return std::tie(type, name, at.start) < std::tie(other.type, other.name, other.at.start);
+    }
+  };
+  SmallVector<Excluded, 8> excluded;
+  for (std::uint32_t child = n + 1; child < node.end; child = nodes[child].end) {
+    const FilterNode& atom = nodes[child];
     if (atom.compound || atom.negation.length == 0) continue;
-    auto& names = excluded[outline.textOf(atom.head)];
     for (std::uint32_t w = atom.firstWord; w < atom.firstWord + atom.wordCount; ++w) {
-      names.emplace(outline.textOf(outline.words[w].span), outline.words[w].span);
+      excluded.push_back(Excluded{outline.textOf(atom.head), outline.textOf(words[w].span), words[w].span});
     }
   }
   if (excluded.empty()) return;
-  for (std::uint32_t child = n + 1; child < node.end; child = outline.nextSibling(child)) {
-    const FilterNode& atom = outline.nodes[child];
+  std::sort(excluded.begin(), excluded.end());
+  for (std::uint32_t child = n + 1; child < node.end; child = nodes[child].end) {
+    const FilterNode& atom = nodes[child];
     if (atom.compound || atom.negation.length > 0 || atom.wordCount == 0) continue;
-    const auto type = excluded.find(outline.textOf(atom.head));
-    if (type == excluded.end()) continue;
     Span last{};
     bool all = true;
     for (std::uint32_t w = atom.firstWord; all && w < atom.firstWord + atom.wordCount; ++w) {
-      const auto name = type->second.find(outline.textOf(outline.words[w].span));
-      all = name != type->second.end();
-      if (all) last = name->second;
+      const Excluded name{outline.textOf(atom.head), outline.textOf(words[w].span), Span{}};
+      const Excluded* at = std::lower_bound(excluded.begin(), excluded.end(), name);
+      all = at != excluded.end() && at->type == name.type && at->name == name.name;
+      if (all) last = at->at;
     }
-    if (all) reportUnsatisfiable(outline, atom, last, found);
+    if (!all) continue;
+    found.add(Code::FilterUnsatisfiable, atom.whole,
+              quoted(outline.textOf(atom.whole)) + " requires what a filter joined to it by " +
+                  quoted(wordOf<FilterOperator>(kFilterOperators, FILTER_AND)) + " excludes (at " + atByte(last.start) +
+                  "): no traffic matches");
   }
 }
 
-void lintFilter(const Record& outline, Findings& found) {
+void lintFilter(const Record& outline, Marks marks, Findings& found) {
   lintFilterOptions(outline, found);
   if (outline.nodes[0].childCount == 0) {
     for (const FilterOption& option : outline.filterOptions) {
@@ -394,8 +357,9 @@ void lintFilter(const Record& outline, Findings& found) {
       }
     }
   }
+  const FilterNode* const nodes = outline.nodes.begin();
   for (std::uint32_t n = 0; n < outline.nodes.size(); ++n) {
-    const FilterNode& node = outline.nodes[n];
+    const FilterNode& node = nodes[n];
     if (node.compound && node.childCount == 0 && n > 0) {
       found.add(Code::OperatorIgnored, node.whole,
                 quoted(outline.textOf(node.head)) + " has no filter in it and is ignored");
@@ -406,7 +370,8 @@ void lintFilter(const Record& outline, Findings& found) {
                 quoted(outline.textOf(node.whole)) + " has no names: it names no traffic" +
                     (node.negation.length > 0 ? ", and excludes none" : ""));
     } else {
-      lintNames(outline, node.firstWord, node.wordCount, node.interface ? Place::Interfaces : Place::Atom, found);
+      lintNames(outline, node.firstWord, node.wordCount, node.interface ? Place::Interfaces : Place::Atom, marks,
+                found);
     }
   }
 }
@@ -415,35 +380,17 @@ void lintFilter(const Record& outline, Findings& found) {
 // columns
 // ---------------------------------------------------------------------------
 
-void lintColumnOption(std::string_view word, const RecordWord& current, const RecordWord*& earlier, Findings& found,
-                      const Record& outline) {
-  const Span at = current.span;
-  const std::size_t option = current.option;
-  const Word<int>* value = &kColumnOptions[option].values[current.value];
-  const std::string_view name = kColumnOptions[option].name;
-  const bool exact = value != nullptr && word.size() == name.size() + value->text.size() &&
-                     word.compare(0, name.size(), name) == 0 &&
-                     word.compare(name.size(), value->text.size(), value->text) == 0;
-  if (value != nullptr && !exact) {
-    found.add(Code::WordMisread, at, quoted(word) + " is read as " + quoted(columnOptionWord(option, value->code)));
-  }
-  if (earlier != nullptr) {
-    found.add(Code::OptionRepeated, earlier->span,
-              quoted(outline.textOf(earlier->span)) + " is overridden by the later " + quoted(word));
-  }
-}
-
-void lintColumn(const Record& outline, const RecordColumn& column, bool key, Findings& found) {
+void lintColumn(const Record& outline, const RecordColumn& column, bool key, Marks marks, Findings& found) {
+  const RecordWord* const words = outline.words.begin() + column.firstWord;
   const RecordWord* accumulation = nullptr;
   const RecordWord* options[COLUMN_OPTION_COUNT] = {};
-  for (std::uint32_t w = column.firstWord; w < column.firstWord + column.wordCount; ++w) {
-    const RecordWord& current = outline.words[w];
+  bool names = false;
+  for (std::uint32_t w = 0; w < column.wordCount; ++w) {
+    const RecordWord& current = words[w];
     const std::string_view word = outline.textOf(current.span);
+    names |= current.part == Part::Name;
     if (current.part == Part::Accumulation) {
-      if (accumulation != nullptr) {
-        found.add(Code::OptionRepeated, accumulation->span,
-                  quoted(outline.textOf(accumulation->span)) + " is overridden by the later " + quoted(word));
-      }
+      if (accumulation != nullptr) reportOverridden(outline, accumulation->span, word, found);
       accumulation = &current;
     } else if (current.part == Part::SortWord) {
       if (key) {
@@ -455,12 +402,18 @@ void lintColumn(const Record& outline, const RecordColumn& column, bool key, Fin
                       std::string(sortTypeWord(TAV_SORT_BOTTOM)) + ") and is ignored");
       }
     } else if (current.part == Part::ColumnOption) {
-      const std::size_t option = current.option;
-      lintColumnOption(word, current, options[option], found, outline);
-      options[option] = &current;
+      // The reader found the option's name in the word, and the value after it.
+      const ColumnOption& option = kColumnOptions[current.option];
+      const Word<int>& value = option.values[current.value];
+      if (word.substr(0, option.name.size()) != option.name || word.substr(option.name.size()) != value.text) {
+        found.add(Code::WordMisread, current.span,
+                  quoted(word) + " is read as " + quoted(columnOptionWord(current.option, value.code)));
+      }
+      if (options[current.option] != nullptr) reportOverridden(outline, options[current.option]->span, word, found);
+      options[current.option] = &current;
     }
   }
-  lintNames(outline, column.firstWord, column.wordCount, Place::Column, found);
+  if (names) lintNames(outline, column.firstWord, column.wordCount, Place::Column, marks, found);
 }
 
 // ---------------------------------------------------------------------------
@@ -483,7 +436,8 @@ void lintNumber(std::string_view word, Span at, Part part, Findings& found) {
   }
   std::string_view number = word.substr(name.size());
   if (!number.empty() && (number[0] == '+' || number[0] == '-')) number.remove_prefix(1);
-  const std::size_t digits = std::min(number.size(), number.find_first_not_of("0123456789"));
+  std::size_t digits = 0;
+  while (digits < number.size() && number[digits] >= '0' && number[digits] <= '9') ++digits;
   if (digits == 0) {
     found.add(Code::ValueDefaulted, at, quoted(word) + " has no number: it is read as " + read());
     return;
@@ -517,11 +471,7 @@ void lintSorts(const Record& outline, Findings& found) {
     for (std::uint32_t w = setting.firstWord; w < setting.firstWord + setting.wordCount; ++w) {
       const RecordWord& current = outline.words[w];
       const RecordWord*& previous = earlier[current.part == Part::Index ? 0 : 1];
-      if (previous != nullptr) {
-        found.add(Code::OptionRepeated, previous->span,
-                  quoted(outline.textOf(previous->span)) + " is overridden by the later " +
-                      quoted(outline.textOf(current.span)));
-      }
+      if (previous != nullptr) reportOverridden(outline, previous->span, outline.textOf(current.span), found);
       previous = &current;
       lintNumber(outline.textOf(current.span), current.span, current.part, found);
     }
@@ -548,8 +498,7 @@ void lintVirtualLink(const Record& outline, Findings& found) {
       }
     }
     if (d + 1 < outline.dataTypes.size()) {
-      found.add(Code::OptionRepeated, option.type,
-                quoted(type) + " is overridden by the later " + quoted(outline.textOf(outline.dataTypes[d + 1].type)));
+      reportOverridden(outline, option.type, outline.textOf(outline.dataTypes[d + 1].type), found);
     }
   }
 }
@@ -572,9 +521,15 @@ std::vector<Diagnostic> lintReading(const Reading& reading) {
     lintVirtualLink(outline, found);
     return found.finish();
   }
-  lintFilter(outline, found);
-  for (const RecordColumn& key : outline.keys) lintColumn(outline, key, true, found);
-  for (const RecordColumn& value : outline.values) lintColumn(outline, value, false, found);
+  const Marks marks{outline.text.find(kDirectionSeparator) != std::string_view::npos,
+                    outline.text.find(kEntitySeparator) != std::string_view::npos};
+  lintFilter(outline, marks, found);
+  for (const RecordColumn& key : outline.keys) {
+    if (key.wordCount > 0) lintColumn(outline, key, true, marks, found);
+  }
+  for (const RecordColumn& value : outline.values) {
+    if (value.wordCount > 0) lintColumn(outline, value, false, marks, found);
+  }
   lintSorts(outline, found);
   return found.finish();
 }

@@ -96,12 +96,9 @@ std::uint32_t countOf(std::size_t size) { return static_cast<std::uint32_t>(size
 
 }  // namespace
 
-std::uint32_t Reader::addNode(std::uint32_t parent, bool compound, Span option) {
+std::uint32_t Reader::addNode(std::uint32_t parent, bool compound, Span option, Span head) {
   ++record->nodes[parent].childCount;
-  FilterNode node;
-  node.whole = option;
-  node.compound = compound;
-  record->nodes.push_back(node);
+  record->nodes.push_back(FilterNode{option, head, Span{}, compound});
   return countOf(record->nodes.size() - 1);
 }
 
@@ -118,11 +115,6 @@ Span Reader::upTo(Span from, Span next) const {
   return end > from.end() ? Span{from.start, end - from.start} : from;
 }
 
-template <class Tokens>
-void Reader::words(const Tokens& tokens, Iter<Tokens> from, const Iter<Tokens>& cur, Part part) {
-  for (; from != cur; ++from) record->words.push_back(RecordWord{spanAt(tokens, from), part});
-}
-
 // ---------------------------------------------------------------------------
 // request
 // ---------------------------------------------------------------------------
@@ -137,10 +129,12 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
     record->nodes.push_back(FilterNode{});
     record->nodes[0].compound = true;
   }
-  // A column as recorded: its option, its type and the words from `first` on.
+  // A column as recorded: its option, its type and the words from `first`
+  // on, every word it read after its type.
   const auto recordColumn = [&](RecordColumns& list, Span option, Span type, std::uint32_t first) {
+    const std::uint32_t count = countOf(record->words.size()) - first;
     list.push_back(
-        RecordColumn{option, type, upTo(option, spanAt(tokens, cur)), first, countOf(record->words.size()) - first});
+        RecordColumn{option, type, cover(option, count > 0 ? record->words.back().span : type), first, count});
   };
   WordKinds expected = kOption;
   while (cur != tokens.end()) {
@@ -321,10 +315,7 @@ bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool br
       if (cur != tokens.end() && isOperatorWord(*cur)) {
         std::unique_ptr<Filter> inner(new Filter());
         std::uint32_t node = 0;
-        if (recording<Tokens>) {
-          node = addNode(open.node, true, option);
-          record->nodes[node].head = spanAt(tokens, cur);
-        }
+        if (recording<Tokens>) node = addNode(open.node, true, option, spanAt(tokens, cur));
         filterOperator(*inner, tokens, cur);
         const bool innerBracketed = cur != tokens.end() && isChar(*cur, kOpenBracket);
         if (innerBracketed) ++cur;
@@ -360,7 +351,7 @@ std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur) {
   }
   if (*cur == kValueTypes[TAV_INTERFACE].keyword) {
     std::unique_ptr<InterfaceAtomFilter> filter(new InterfaceAtomFilter(InterfaceInfoList(), false));
-    interfaceFilter(*filter, tokens, cur);
+    interfaceFilter(*filter, tokens, cur, record);
     return filter;
   }
   std::unique_ptr<ContentFilter> filter(new ContentFilter(TAV_NO_TYPE, false, TavEntityArray()));
@@ -371,32 +362,28 @@ std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur) {
 template <class Tokens>
 std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur, std::uint32_t parent, Span option) {
   if (!recording<Tokens> || cur == tokens.end()) return atom(tokens, cur);
-  Iter<Tokens> at = cur;
-  // An atom's entities are recorded as they are read (entities).
+  // The node stands last while the atom is read: its negation and its
+  // names are recorded as they are read (negation, entities, interfaces).
+  const std::uint32_t node = addNode(parent, false, option, spanAt(tokens, cur));
   const std::uint32_t firstWord = countOf(record->words.size());
   std::unique_ptr<AtomFilter> made = atom(tokens, cur);
   if (!made) return made;
-  // The words the atom was read from: its type, its negation, its names.
-  const std::uint32_t node = addNode(parent, false, option);
   FilterNode& recorded = record->nodes[node];
-  recorded.interface = *at == kValueTypes[TAV_INTERFACE].keyword;
-  recorded.head = spanAt(tokens, at);
-  ++at;
-  if (made->negation) {
-    recorded.negation = spanAt(tokens, at);
-    ++at;
-  }
   recorded.firstWord = firstWord;
-  if (recorded.interface) words(tokens, at, cur, Part::Name);
-  record->nodes[node].wordCount = countOf(record->words.size()) - record->nodes[node].firstWord;
-  finishNode(node, spanAt(tokens, cur));
+  recorded.wordCount = countOf(record->words.size()) - firstWord;
+  // It ends at its last name, its negation or its type word.
+  const Span& negation = recorded.negation.length > 0 ? recorded.negation : recorded.head;
+  recorded.whole = cover(option, recorded.wordCount > 0 ? record->words.back().span : negation);
+  recorded.end = node + 1;
   return made;
 }
 
 template <class Tokens>
-void Reader::negation(AtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
+void Reader::negation(AtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur, Record* record) {
   filter.negation = cur != tokens.end() && isNegation(*cur);
-  if (filter.negation) ++cur;
+  if (!filter.negation) return;
+  if (recording<Tokens>) record->nodes.back().negation = spanAt(tokens, cur);
+  ++cur;
 }
 
 template <class Tokens>
@@ -406,22 +393,24 @@ bool Reader::content(ContentFilterBase& filter, Tokens& tokens, Iter<Tokens>& cu
   if (type == nullptr) return refuse("Invalid type: ", *cur, kFilterHead);
   filter.filterType = type->type;
   ++cur;
-  negation(filter, tokens, cur);
+  negation(filter, tokens, cur, record);
   entities(filter.entities, tokens, cur, record);
   return true;
 }
 
 template <class Tokens>
-void Reader::interfaceFilter(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
+void Reader::interfaceFilter(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur, Record* record) {
   // The factory chose this class by the keyword under the cursor.
   if (cur != tokens.end()) ++cur;
-  negation(filter, tokens, cur);
-  interfaces(filter, tokens, cur);
+  if (recording<Tokens>) record->nodes.back().interface = true;
+  negation(filter, tokens, cur, record);
+  interfaces(filter, tokens, cur, record);
 }
 
 template <class Tokens>
-void Reader::interfaces(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
+void Reader::interfaces(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur, Record* record) {
   for (; cur != tokens.end() && !endsItems(*cur); ++cur) {
+    if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Name});
     InterfaceInfo item(std::string(), TAV_DIR_BOTH);
     interfaceInfo(item, tokens, cur);
     filter.interfaces.push_back(std::move(item));
@@ -644,45 +633,39 @@ template bool Reader::virtualLink<TextTokens>(E2EKovaRequest&, TextTokens&, Text
 // The diagnostics read a legacy line's translation themselves, to know where a fault stands.
 template bool Reader::request<WordTokens>(NetworkKovaRequest&, WordTokens&, WordTokens::iterator&);
 
-namespace {
-
 template <class Tokens>
-void readInto(Reading& reading, Tokens& tokens, bool virtualLinks) {
-  typename Tokens::iterator cur = tokens.begin();
+void Reader::read(Reading& reading, Tokens& tokens, bool virtualLinks) {
+  Iter<Tokens> cur = tokens.begin();
   if (cur == tokens.end()) return;
-  Reader reader;
-  reader.record = &reading.record;
+  record = &reading.record;
   bool read = false;
   if (virtualLinks && *cur == kVirtualLinkWord) {
     reading.record.virtualLink = true;
     ++cur;
     std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
-    read = reader.virtualLink(*request, tokens, cur);
+    read = virtualLink(*request, tokens, cur);
     reading.request = std::move(request);
   } else {
-    std::unique_ptr<NetworkKovaRequest> request(
-        new NetworkKovaRequest(Filter(), TavColumnArray(), TavColumnArray(), TAV_SORT_NONE, 1));
-    read = reader.request(*request, tokens, cur);
+    std::unique_ptr<NetworkKovaRequest> request(new NetworkKovaRequest());
+    read = Reader::request(*request, tokens, cur);
     reading.request = std::move(request);
   }
   if (!read) {
     reading.request.reset();
-    reading.fault = std::move(reader.fault);
+    reading.fault = std::move(fault);
     reading.at = tokens.span(cur);
   }
 }
-
-}  // namespace
 
 Reading readText(std::string_view text, bool virtualLinks, bool recorded) {
   Reading reading;
   reading.record.text = text;
   if (recorded) {
     RecordedTextTokens tokens(text);
-    readInto(reading, tokens, virtualLinks);
+    Reader().read(reading, tokens, virtualLinks);
   } else {
     TextTokens tokens(text);
-    readInto(reading, tokens, virtualLinks);
+    Reader().read(reading, tokens, virtualLinks);
   }
   return reading;
 }

@@ -52,6 +52,9 @@ struct Reader {
   // other sequence record nothing and test nothing for it.
   Record* record = nullptr;
 
+  // A whole text as readText reads it: the request, or the fault and where.
+  template <class Tokens>
+  void read(Reading& reading, Tokens& tokens, bool virtualLinks);
   // "-f", "-k", "-v", "-s" options up to the end.
   template <class Tokens>
   bool request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
@@ -86,15 +89,17 @@ struct Reader {
   // from its "-f" at `option`.
   template <class Tokens>
   std::unique_ptr<AtomFilter> atom(Tokens& tokens, Iter<Tokens>& cur, std::uint32_t parent, Span option);
+  // The recording rules record in `record` the negation, the keyword and
+  // the names of the atom recorded last.
   template <class Tokens>
-  static void negation(AtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  static void negation(AtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur, Record* record = nullptr);
   template <class Tokens>
   bool content(ContentFilterBase& filter, Tokens& tokens, Iter<Tokens>& cur);
   // From the "interface" keyword on.
   template <class Tokens>
-  static void interfaceFilter(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  static void interfaceFilter(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur, Record* record = nullptr);
   template <class Tokens>
-  static void interfaces(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur);
+  static void interfaces(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur, Record* record = nullptr);
   template <class Tokens>
   static void interfaceInfo(InterfaceInfo& item, Tokens& tokens, Iter<Tokens>& cur);
   // Records the entities in `record` when reading RecordedTextTokens.
@@ -113,13 +118,11 @@ struct Reader {
   template <class Tokens>
   bool sort(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);
 
-  // For the record: a filter node, complete up to `cur`, and the words of
-  // `part` from `from` up to `cur`.
-  std::uint32_t addNode(std::uint32_t parent, bool compound, Span option);
+  // For the record: a filter node read from its "-f" at `option` and its
+  // operator or type word at `head`, and the same complete before `next`.
+  std::uint32_t addNode(std::uint32_t parent, bool compound, Span option, Span head);
   void finishNode(std::uint32_t node, Span next);
   Span upTo(Span from, Span next) const;
-  template <class Tokens>
-  void words(const Tokens& tokens, Iter<Tokens> from, const Iter<Tokens>& cur, Part part);
 
   // Keeps `message` as the fault, and in the record the kinds of word
   // `expected` where it stands; false.

@@ -103,7 +103,8 @@ struct Record {
   SmallVector<DataTypeOption, 2> dataTypes;
   WordKinds expected = 0;  // at a fault: the kinds of word the reader would have taken there
 
-  std::string_view textOf(Span span) const { return text.substr(span.start, span.length); }
+  // The reader's spans lie inside the text.
+  std::string_view textOf(Span span) const { return std::string_view(text.data() + span.start, span.length); }
   // The first child of compound node `node` is node + 1; the next sibling of `child` is nodes[child].end.
   std::uint32_t nextSibling(std::uint32_t child) const { return nodes[child].end; }
 };
