@@ -1,5 +1,6 @@
 #include "lytFilterParser/diagnostics/Fidelity.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string_view>
@@ -246,19 +247,28 @@ class Comparison {
       }
       return;
     }
-    std::unordered_multimap<std::string_view, std::size_t> byName;
-    for (std::size_t k = 0; k < theirs.size(); ++k) byName.emplace(theirs[k].name, k);
+    // A name given several times pairs in order: the n-th of mine with the
+    // n-th of theirs (the same on every standard library, unlike a hash
+    // multimap's order of equal keys).
+    std::vector<std::pair<std::string_view, std::size_t>> byName;
+    for (std::size_t k = 0; k < theirs.size(); ++k) byName.emplace_back(theirs[k].name, k);
+    std::sort(byName.begin(), byName.end());
+    std::vector<std::size_t> next(byName.size());  // at a name's first entry: its next unpaired entry
+    for (std::size_t i = 0; i < next.size(); ++i) next[i] = i;
     std::vector<bool> paired(theirs.size(), false);
     for (std::size_t k = 0; k < mine.size(); ++k) {
-      const auto partner = byName.find(mine[k].name);
-      if (partner == byName.end()) {
+      const std::string_view name = mine[k].name;
+      const std::size_t first =
+          std::lower_bound(byName.begin(), byName.end(), std::make_pair(name, std::size_t{0})) - byName.begin();
+      const std::size_t partner = first < next.size() ? next[first] : first;
+      if (partner == byName.size() || byName[partner].first != name) {
         add(Code::ItemDropped, at(k), quoted(mine[k].shown) + " is lost");
         continue;
       }
-      const std::string& shown = theirs[partner->second].shown;
+      ++next[first];
+      const std::string& shown = theirs[byName[partner].second].shown;
       if (shown != mine[k].shown) changed(Code::ItemChanged, at(k), mine[k].shown, shown);
-      paired[partner->second] = true;
-      byName.erase(partner);
+      paired[byName[partner].second] = true;
     }
     for (std::size_t k = 0; k < theirs.size(); ++k) {
       if (!paired[k]) add(Code::ItemAdded, place(owner), quoted(theirs[k].shown) + " is gained");

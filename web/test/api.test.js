@@ -5,7 +5,7 @@ import assert from 'node:assert/strict';
 import { join } from 'node:path';
 import { test } from 'node:test';
 
-import { diagnosticsInUnits, lytreqBatch, packageDir, unitsOf } from './native.js';
+import { diagnosticsInUnits, lytreqBatch, packageDir, parseWarnings, unitsOf } from './native.js';
 
 const { load, RequestError, NetworkRequest, E2ERequest } = await import(join(packageDir, 'index.js'));
 const lfp = await load();
@@ -92,9 +92,13 @@ test('parse: the written request, or the refusal with its place and suggestions'
   });
 });
 
-test('lint: the codes, messages and places of the tool\'s warnings', () => {
+test('lint and fidelity: the codes, messages and places of the tool\'s warnings', () => {
   REQUESTS.forEach((text, i) => {
-    assert.deepEqual(lfp.lint(text), diagnosticsInUnits(text, parsed[i].warnings), text);
+    const got = attempt(() => lfp.parse(text));
+    const written = got.error ? null : attempt(() => got.value.dump());
+    const request = written === null || written.error ? null : got.value;
+    assert.deepEqual(parseWarnings(lfp, text, request), diagnosticsInUnits(text, parsed[i].warnings), text);
+    got.value?.free();
   });
 });
 

@@ -60,3 +60,20 @@ export function unitsOf(text, byteStart, byteLength) {
 export function diagnosticsInUnits(text, diagnostics) {
   return diagnostics.map((d) => ({ code: d.code, severity: d.severity, message: d.message, ...unitsOf(text, d.start, d.length) }));
 }
+
+// What `lytreq parse` warns about, from the package: the lint of `text`,
+// then what the current peer's text loses (fidelity(3)) except on the very
+// words a lint finding marks; nothing of the losses when the request cannot
+// be written (`request` null: refused, or dump throws).
+export function parseWarnings(lfp, text, request) {
+  const lint = lfp.lint(text);
+  if (request === null) return lint;
+  let losses;
+  try {
+    losses = request.fidelity(3);
+  } catch {
+    return lint;
+  }
+  const told = (d) => lint.some((l) => l.start === d.start && l.length === d.length);
+  return [...lint, ...losses.filter((d) => !told(d))];
+}
