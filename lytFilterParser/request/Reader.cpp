@@ -82,8 +82,10 @@ bool Reader::refuse(std::string_view head, std::string_view token, WordKinds exp
   return false;
 }
 
-void Reader::raiseUnless(bool read) {
-  if (!read) fail(std::move(fault));
+template <class Rule>
+void Reader::must(Rule rule) {
+  Reader reader;
+  if (!rule(reader)) fail(std::move(reader.fault));
 }
 
 // ---------------------------------------------------------------------------
@@ -145,28 +147,22 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
     const std::uint32_t first = recording<Tokens> ? countOf(record->words.size()) : 0;
     bool read = true;
     switch (option[1]) {
-      case OPTION_KEY: {
-        ++cur;
-        const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
-        std::string ignoredSort;
-        TavColumn key(TAV_KEY);
-        read = column(key, tokens, cur, ignoredSort);
-        if (read) request.keys.push_back(std::move(key));
-        if (read && recording<Tokens>) recordColumn(record->keys, at, type, first);
-        break;
-      }
+      case OPTION_KEY:
       case OPTION_VALUE: {
         ++cur;
-        const Span typeWord = recording<Tokens> ? spanAt(tokens, cur) : Span{};
+        const bool key = option[1] == OPTION_KEY;
+        const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
         std::string sortOption;
-        TavColumn value(TAV_VALUE);
-        read = column(value, tokens, cur, sortOption);
+        TavColumn column(key ? TAV_KEY : TAV_VALUE);
+        read = Reader::column(column, tokens, cur, sortOption);
         if (!read) break;
-        request.values.push_back(std::move(value));
-        if (recording<Tokens>) recordColumn(record->values, at, typeWord, first);
-        const TavSortType type = sortOption.empty() ? TAV_SORT_NONE : NetworkKovaRequest::getSortType(sortOption);
-        if (type != TAV_SORT_NONE) {
-          request.sortType = type;
+        (key ? request.keys : request.values).push_back(std::move(column));
+        if (recording<Tokens>) recordColumn(key ? record->keys : record->values, at, type, first);
+        // A key's sort word sorts nothing.
+        const TavSortType sorted =
+            key || sortOption.empty() ? TAV_SORT_NONE : NetworkKovaRequest::getSortType(sortOption);
+        if (sorted != TAV_SORT_NONE) {
+          request.sortType = sorted;
           request.sortIndex = static_cast<int>(request.values.size());
         }
         break;
@@ -345,11 +341,8 @@ bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool br
 
 template <class Tokens>
 std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur) {
-  if (cur == tokens.end()) {
-    refuse(kNoType);
-    return nullptr;
-  }
-  if (*cur == kValueTypes[TAV_INTERFACE].keyword) {
+  // At the end, the content reader refuses the missing type.
+  if (cur != tokens.end() && *cur == kValueTypes[TAV_INTERFACE].keyword) {
     std::unique_ptr<InterfaceAtomFilter> filter(new InterfaceAtomFilter(InterfaceInfoList(), false));
     interfaceFilter(*filter, tokens, cur, record);
     return filter;
@@ -690,15 +683,13 @@ void TavEntityArray::parse(strList& tokens, strIter& cursor) { Reader::entities(
 void AtomFilter::parseNot(strList& tokens, strIter& cur) { Reader::negation(*this, tokens, cur); }
 
 AtomFilter* AtomFilter::getAtomFilter(strList& tokens, strIter& cur) {
-  Reader reader;
-  std::unique_ptr<AtomFilter> atom = reader.atom(tokens, cur);
-  reader.raiseUnless(atom != nullptr);
+  std::unique_ptr<AtomFilter> atom;
+  Reader::must([&](Reader& reader) { return (atom = reader.atom(tokens, cur)) != nullptr; });
   return atom.release();
 }
 
 ContentFilterBase::ContentFilterBase(strList& tokens, strIter& cur) : AtomFilter(TAV_NO_TYPE, false) {
-  Reader reader;
-  reader.raiseUnless(reader.content(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.content(*this, tokens, cur); });
 }
 
 void ContentFilterBase::parseFilterType(strList& tokens, strIter& cur) {
@@ -717,18 +708,15 @@ void ContentFilterBase::parse(strList& tokens, strIter& cur) {
 }
 
 Filter::Filter(strList& tokens, strIter& cur) : AbstractFilter(0), filterOperator(FILTER_AND) {
-  Reader reader;
-  reader.raiseUnless(reader.compound(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.compound(*this, tokens, cur); });
 }
 
 void Filter::parse(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.compound(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.compound(*this, tokens, cur); });
 }
 
 void Filter::parseOperator(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.filterOperator(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.filterOperator(*this, tokens, cur); });
 }
 
 bool Filter::isOperator(const std::string& token) { return lytFilterParser::detail::isOperatorWord(token); }
@@ -750,39 +738,32 @@ void InterfaceInfo::parseDirection(const std::string& suffix) {
 }
 
 TavColumn::TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string& sortOption) : TavColumn(role) {
-  Reader reader;
-  reader.raiseUnless(reader.column(*this, tokens, cur, sortOption));
+  Reader::must([&](Reader& reader) { return reader.column(*this, tokens, cur, sortOption); });
 }
 
 void TavColumn::parseAccumulationMode(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.accumulation(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.accumulation(*this, tokens, cur); });
 }
 
 void TavColumnFilter::parse(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.columnFilter(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.columnFilter(*this, tokens, cur); });
 }
 
 NetworkKovaRequest::NetworkKovaRequest(strList& tokens) : NetworkKovaRequest() {
   strIter cur = tokens.begin();
-  Reader reader;
-  reader.raiseUnless(reader.request(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.request(*this, tokens, cur); });
 }
 
 NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version) : NetworkKovaRequest() {
-  Reader reader;
-  reader.raiseUnless(reader.legacyRequest(*this, tokens, version));
+  Reader::must([&](Reader& reader) { return reader.legacyRequest(*this, tokens, version); });
 }
 
 void NetworkKovaRequest::parse(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.request(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.request(*this, tokens, cur); });
 }
 
 void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.sort(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.sort(*this, tokens, cur); });
 }
 
 TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
@@ -796,16 +777,13 @@ TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
 
 E2EKovaRequest::E2EKovaRequest(strList& tokens) : dataType(E2E_DATA_WIRE) {
   strIter cur = tokens.begin();
-  Reader reader;
-  reader.raiseUnless(reader.virtualLink(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.virtualLink(*this, tokens, cur); });
 }
 
 void E2EKovaRequest::parseFilter(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.virtualLinkOptions(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.virtualLinkOptions(*this, tokens, cur); });
 }
 
 void E2EKovaRequest::parseDataType(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.dataType(*this, tokens, cur));
+  Reader::must([&](Reader& reader) { return reader.dataType(*this, tokens, cur); });
 }
