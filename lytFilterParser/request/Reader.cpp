@@ -82,11 +82,17 @@ bool Reader::refuse(std::string_view head, std::string_view token, WordKinds exp
   return false;
 }
 
-template <class Rule>
-void Reader::must(Rule rule) {
+namespace {
+
+// Runs `rule` on `target` with a reader of its own and throws the reader's
+// fault through Assert when the rule refuses: the public parsing members.
+template <class Target, class... Params, class... Args>
+void must(bool (Reader::*rule)(Target&, strList&, Params...), Target& target, strList& tokens, Args&&... args) {
   Reader reader;
-  if (!rule(reader)) fail(std::move(reader.fault));
+  if (!(reader.*rule)(target, tokens, std::forward<Args>(args)...)) fail(std::move(reader.fault));
 }
+
+}  // namespace
 
 // ---------------------------------------------------------------------------
 // the record
@@ -670,7 +676,9 @@ Reading readText(std::string_view text, bool virtualLinks, bool recorded) {
 // The public parsing members run the rules above on a caller's strList.
 // ---------------------------------------------------------------------------
 
+using lytFilterParser::detail::must;
 using lytFilterParser::detail::Reader;
+namespace detail = lytFilterParser::detail;
 
 TavEntity::TavEntity(std::string text) { Reader::entity(*this, text); }
 
@@ -683,17 +691,18 @@ void TavEntityArray::parse(strList& tokens, strIter& cursor) { Reader::entities(
 void AtomFilter::parseNot(strList& tokens, strIter& cur) { Reader::negation(*this, tokens, cur); }
 
 AtomFilter* AtomFilter::getAtomFilter(strList& tokens, strIter& cur) {
-  std::unique_ptr<AtomFilter> atom;
-  Reader::must([&](Reader& reader) { return (atom = reader.atom(tokens, cur)) != nullptr; });
+  Reader reader;
+  std::unique_ptr<AtomFilter> atom = reader.atom(tokens, cur);
+  if (!atom) detail::fail(std::move(reader.fault));
   return atom.release();
 }
 
 ContentFilterBase::ContentFilterBase(strList& tokens, strIter& cur) : AtomFilter(TAV_NO_TYPE, false) {
-  Reader::must([&](Reader& reader) { return reader.content(*this, tokens, cur); });
+  must(&Reader::content<strList>, *this, tokens, cur);
 }
 
 void ContentFilterBase::parseFilterType(strList& tokens, strIter& cur) {
-  if (cur == tokens.end()) lytFilterParser::detail::fail(std::string(lytFilterParser::detail::kNoType));
+  if (cur == tokens.end()) detail::fail(std::string(detail::kNoType));
   filterType = lytFilterParser::getValueType(*cur);
   ++cur;
 }
@@ -708,18 +717,16 @@ void ContentFilterBase::parse(strList& tokens, strIter& cur) {
 }
 
 Filter::Filter(strList& tokens, strIter& cur) : AbstractFilter(0), filterOperator(FILTER_AND) {
-  Reader::must([&](Reader& reader) { return reader.compound(*this, tokens, cur); });
+  must(&Reader::compound<strList>, *this, tokens, cur);
 }
 
-void Filter::parse(strList& tokens, strIter& cur) {
-  Reader::must([&](Reader& reader) { return reader.compound(*this, tokens, cur); });
-}
+void Filter::parse(strList& tokens, strIter& cur) { must(&Reader::compound<strList>, *this, tokens, cur); }
 
 void Filter::parseOperator(strList& tokens, strIter& cur) {
-  Reader::must([&](Reader& reader) { return reader.filterOperator(*this, tokens, cur); });
+  must(&Reader::filterOperator<strList>, *this, tokens, cur);
 }
 
-bool Filter::isOperator(const std::string& token) { return lytFilterParser::detail::isOperatorWord(token); }
+bool Filter::isOperator(const std::string& token) { return detail::isOperatorWord(token); }
 
 InterfaceAtomFilter::InterfaceAtomFilter(strList& tokens, strIter& cur) : AtomFilter(TAV_INTERFACE, false) {
   Reader::interfaceFilter(*this, tokens, cur);
@@ -733,57 +740,49 @@ InterfaceInfo::InterfaceInfo(strList& tokens, strIter& cur) : direction(TAV_DIR_
   Reader::interfaceInfo(*this, tokens, cur);
 }
 
-void InterfaceInfo::parseDirection(const std::string& suffix) {
-  direction = lytFilterParser::detail::itemDirection(suffix);
-}
+void InterfaceInfo::parseDirection(const std::string& suffix) { direction = detail::itemDirection(suffix); }
 
 TavColumn::TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string& sortOption) : TavColumn(role) {
-  Reader::must([&](Reader& reader) { return reader.column(*this, tokens, cur, sortOption); });
+  must(&Reader::column<strList>, *this, tokens, cur, sortOption);
 }
 
 void TavColumn::parseAccumulationMode(strList& tokens, strIter& cur) {
-  Reader::must([&](Reader& reader) { return reader.accumulation(*this, tokens, cur); });
+  must(&Reader::accumulation<strList>, *this, tokens, cur);
 }
 
-void TavColumnFilter::parse(strList& tokens, strIter& cur) {
-  Reader::must([&](Reader& reader) { return reader.columnFilter(*this, tokens, cur); });
-}
+void TavColumnFilter::parse(strList& tokens, strIter& cur) { must(&Reader::columnFilter<strList>, *this, tokens, cur); }
 
 NetworkKovaRequest::NetworkKovaRequest(strList& tokens) : NetworkKovaRequest() {
   strIter cur = tokens.begin();
-  Reader::must([&](Reader& reader) { return reader.request(*this, tokens, cur); });
+  must(&Reader::request<strList>, *this, tokens, cur);
 }
 
 NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version) : NetworkKovaRequest() {
-  Reader::must([&](Reader& reader) { return reader.legacyRequest(*this, tokens, version); });
+  must(&Reader::legacyRequest<strList>, *this, tokens, version);
 }
 
-void NetworkKovaRequest::parse(strList& tokens, strIter& cur) {
-  Reader::must([&](Reader& reader) { return reader.request(*this, tokens, cur); });
-}
+void NetworkKovaRequest::parse(strList& tokens, strIter& cur) { must(&Reader::request<strList>, *this, tokens, cur); }
 
-void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) {
-  Reader::must([&](Reader& reader) { return reader.sort(*this, tokens, cur); });
-}
+void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) { must(&Reader::sort<strList>, *this, tokens, cur); }
 
 TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
   // "sort=" and a sort type; anything else is no sort.
-  const std::string_view prefix = lytFilterParser::detail::kSortColumnPrefix;
+  const std::string_view prefix = detail::kSortColumnPrefix;
   if (option.compare(0, prefix.size(), prefix) != 0) return TAV_SORT_NONE;
-  const TavSortType* type = lytFilterParser::detail::codeOf<TavSortType>(
-      lytFilterParser::detail::kSortTypes, std::string_view(option).substr(prefix.size()));
+  const TavSortType* type =
+      detail::codeOf<TavSortType>(detail::kSortTypes, std::string_view(option).substr(prefix.size()));
   return type != nullptr ? *type : TAV_SORT_NONE;
 }
 
 E2EKovaRequest::E2EKovaRequest(strList& tokens) : dataType(E2E_DATA_WIRE) {
   strIter cur = tokens.begin();
-  Reader::must([&](Reader& reader) { return reader.virtualLink(*this, tokens, cur); });
+  must(&Reader::virtualLink<strList>, *this, tokens, cur);
 }
 
 void E2EKovaRequest::parseFilter(strList& tokens, strIter& cur) {
-  Reader::must([&](Reader& reader) { return reader.virtualLinkOptions(*this, tokens, cur); });
+  must(&Reader::virtualLinkOptions<strList>, *this, tokens, cur);
 }
 
 void E2EKovaRequest::parseDataType(strList& tokens, strIter& cur) {
-  Reader::must([&](Reader& reader) { return reader.dataType(*this, tokens, cur); });
+  must(&Reader::dataType<strList>, *this, tokens, cur);
 }

@@ -128,10 +128,6 @@ struct Reader {
   // `expected` where it stands; false.
   bool refuse(std::string_view message, WordKinds expected = 0);
   bool refuse(std::string_view head, std::string_view token, WordKinds expected = 0);
-  // Runs `rule` (bool(Reader&)) on a reader of its own and throws its
-  // fault through Assert when it returns false.
-  template <class Rule>
-  static void must(Rule rule);
 };
 
 }  // namespace detail
