@@ -147,17 +147,20 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
   WordKinds expected = kOption;
   while (cur != tokens.end()) {
     const std::string_view option = *cur;
-    if (option.size() != 2 || option[0] != '-') return refuse("Invalid option: ", option, expected);
+    if (option.size() != 2 || option[0] != '-' || optionWord(RequestOption(option[1])).empty()) {
+      return refuse("Invalid option: ", option, expected);
+    }
     if (option[1] != OPTION_FILTER) listEnd.known = false;
     const Span at = recording<Tokens> ? spanAt(tokens, cur) : Span{};
     const std::uint32_t first = recording<Tokens> ? countOf(record->words.size()) : 0;
+    ++cur;
+    // The column's or the sort's type word.
+    const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
     bool read = true;
     switch (option[1]) {
       case OPTION_KEY:
       case OPTION_VALUE: {
-        ++cur;
         const bool key = option[1] == OPTION_KEY;
-        const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
         std::string sortOption;
         TavColumn column(key ? TAV_KEY : TAV_VALUE);
         read = Reader::column(column, tokens, cur, sortOption);
@@ -173,20 +176,13 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
         }
         break;
       }
-      case OPTION_SORT: {
-        ++cur;
-        const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
+      case OPTION_SORT:
         read = sort(request, tokens, cur);
         if (read && recording<Tokens>) {
           record->sorts.push_back(SortSetting{at, type, -1, first, countOf(record->words.size()) - first});
         }
         break;
-      }
-      case OPTION_FILTER:
-        ++cur;
-        read = filterOption(request, tokens, cur, listEnd, at);
-        break;
-      default: return refuse("Invalid option: ", option, expected);
+      case OPTION_FILTER: read = filterOption(request, tokens, cur, listEnd, at); break;
     }
     if (!read) return false;
     expected = option[1] == OPTION_SORT ? kAfterSort : kOption;
