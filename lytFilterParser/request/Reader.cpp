@@ -417,12 +417,9 @@ void Reader::interfaceInfo(InterfaceInfo& item, Tokens& tokens, Iter<Tokens>& cu
   if (cur == tokens.end()) return;
   const std::string_view token = *cur;
   const std::size_t separator = token.find(kDirectionSeparator);
-  if (separator != std::string_view::npos && separator + 1 < token.size()) {
-    item.direction = itemDirection(token.substr(separator + 1));
-    item.name.assign(token.data(), separator);
-  } else {
-    item.name.assign(token.data(), token.size());
-  }
+  const bool directed = separator != std::string_view::npos && separator + 1 < token.size();
+  if (directed) item.direction = itemDirection(token.substr(separator + 1));
+  item.name.assign(token.data(), directed ? separator : token.size());
 }
 
 template <class Tokens>
@@ -444,11 +441,8 @@ void Reader::entities(TavEntityArray& array, Tokens& tokens, Iter<Tokens>& cur, 
 
 void Reader::entity(TavEntity& entity, std::string_view text) {
   const std::size_t at = text.find(kEntitySeparator);
-  if (at == std::string_view::npos) {
-    entity.name.assign(text.data(), text.size());
-    return;
-  }
-  entity.name.assign(text.data(), at);
+  entity.name.assign(text.data(), std::min(at, text.size()));
+  if (at == std::string_view::npos) return;
   const std::size_t rest = at + kEntitySeparator.size();
   entity.resolvedName.assign(text.data() + rest, text.size() - rest);
 }
