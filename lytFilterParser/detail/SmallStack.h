@@ -16,7 +16,6 @@ template <class T, std::size_t N>
 class SmallStack {
  public:
   bool empty() const { return count == 0; }
-  std::size_t size() const { return count; }
   // The top entry; valid until the next push or pop.
   T& top() { return count <= N ? near[count - 1] : far.back(); }
   void push(T value) {

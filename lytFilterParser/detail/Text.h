@@ -51,13 +51,6 @@ inline int readInt(std::string_view text, std::size_t from) {
   return static_cast<int>(value);
 }
 
-// A message followed by a token.
-inline std::string message(const char* text, std::string_view token) {
-  std::string out(text);
-  out += token;
-  return out;
-}
-
 }  // namespace detail
 }  // namespace lytFilterParser
 

@@ -208,10 +208,9 @@ constexpr bool recording = std::is_same<Tokens, RecordedTextTokens>::value;
 
 // The bytes under a token: only a text read in place knows them; other
 // sequences give an empty span.
-inline Span spanAt(const TextTokens& tokens, const TextTokens::iterator& at) { return tokens.span(at); }
-inline Span spanAt(const RecordedTextTokens& tokens, const TextTokens::iterator& at) { return tokens.span(at); }
 template <class Tokens, class It>
-Span spanAt(const Tokens&, const It&) {
+Span spanAt(const Tokens& tokens, const It& at) {
+  if constexpr (std::is_base_of<TextTokens, Tokens>::value) return tokens.span(at);
   return Span{};
 }
 

@@ -241,9 +241,7 @@ class Translation {
     skip = Skip::None;
     emit(optionWord(OPTION_FILTER));
     take();
-    if (!negation("Invalid filter")) return false;
-    if (cur == end) return refuse("Invalid filter");
-    skipBracket();
+    if (!flagAndBracket("Invalid filter")) return false;
     while (cur != end && !isChar(*cur, kCloseBracket)) take();
     if (cur == end) return refuse("Invalid filter");
     ++cur;
@@ -257,9 +255,7 @@ class Translation {
     ++cur;
     emit(optionWord(OPTION_FILTER));
     emit(kValueTypes[TAV_INTERFACE].keyword);
-    if (!negation(kFault)) return false;
-    if (cur == end) return refuse(kFault);
-    skipBracket();
+    if (!flagAndBracket(kFault)) return false;
     if (cur != end && isChar(*cur, kOpenBracket)) ++cur;
     if (cur == end) return refuse(kFault);
     std::string item(*cur);
@@ -271,13 +267,16 @@ class Translation {
     return true;
   }
 
-  // The legacy negation flag: "1" writes "not".
-  bool negation(const char* faultText) {
+  // The legacy negation flag ("1" writes "not") and the word after it, which
+  // stands for the filter's "[".
+  bool flagAndBracket(const char* faultText) {
     if (cur == end) return refuse(faultText);
     const bool negated = *cur == legacyNegationFlag(true);
     if (trace != nullptr && !negated && *cur != legacyNegationFlag(false)) note(LegacyEvent::FlagMisread, here());
     ++cur;
     if (negated) emit(kNegationWords[0].text);
+    if (cur == end) return refuse(faultText);
+    skipBracket();
     return true;
   }
 

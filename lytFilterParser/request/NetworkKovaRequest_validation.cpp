@@ -61,9 +61,8 @@ std::size_t keyOfType(const TavColumnArray& keys, TavValType type) {
 bool checkCounts(const TavColumnArray& keys, const TavColumnArray& values, std::string& error, Culprit blame) {
   if (keys.size() > kMaxKeys)
     return blame(Blame::KeyColumn, kMaxKeys), refuse(error, "Number of keys reach the max number");
-  if (values.size() > kMaxValues) {
+  if (values.size() > kMaxValues)
     return blame(Blame::ValueColumn, kMaxValues), refuse(error, "Number of vals reach the max number");
-  }
   return true;
 }
 
@@ -71,9 +70,8 @@ bool checkKeys(const TavColumnArray& keys, Keys& found, std::string& error, Culp
   found.entries = keys[0].getEntities().size();
   for (std::size_t position = 0; position < keys.size(); ++position) {
     const TavValType type = keys[position].getValueType();
-    if (keys[position].getEntities().size() != found.entries) {
+    if (keys[position].getEntities().size() != found.entries)
       return blame(Blame::KeyColumn, position), refuse(error, "Number of entries for each key must be equal");
-    }
     if (!hasPlace(type, place::kAsKey))
       return blame(Blame::KeyType, position), refuse(error, "Invalid type for key: ", type);
     found.qsrule += type == TAV_QSRULE;
@@ -110,16 +108,14 @@ bool checkValues(TavColumnArray& values, int& sessions, int& concurrent, std::st
     TavColumn& value = values[v];
     const TavValType type = value.getValueType();
     const ValueTypeRow* row = valueTypeRow(type);
-    if (row == nullptr || (row->places & place::kAsValue) == 0) {
+    if (row == nullptr || (row->places & place::kAsValue) == 0)
       return blame(Blame::ValueType, v), refuse(error, "Invalid type for value: ", type);
-    }
     if (value.getAccType() == TAV_ACC_RATE && row->rateBecomes >= 0) {
       value.setAccType(static_cast<TavAccType>(row->rateBecomes));
     }
     const unsigned acc = static_cast<unsigned>(value.getAccType());
-    if (acc >= 32 || (row->valueModes & (1u << acc)) == 0) {
+    if (acc >= 32 || (row->valueModes & (1u << acc)) == 0)
       return blame(Blame::ValueMode, v), refuse(error, "Invalid accumulation mode");
-    }
     if (row->filteredMessage != nullptr && value.getColumnFilter().restrictsTraffic()) {
       blame(Blame::ValueOption, v, restrictingOption(value.getColumnFilter()));
       return refuse(error, row->filteredMessage);
@@ -136,9 +132,8 @@ bool checkView(const Keys& keys, const TavColumnArray& keyColumns, std::size_t v
                int sortIndex, std::string& error, Culprit blame) {
   if (keys.entries == 0) {
     if (sortType == TAV_SORT_NONE) sortType = TAV_SORT_TOP;
-    if (sortIndex < 1 || static_cast<std::size_t>(sortIndex) > valueCount) {
+    if (sortIndex < 1 || static_cast<std::size_t>(sortIndex) > valueCount)
       return blame(Blame::SortIndex), refuse(error, "Invalid Sort index");
-    }
     if (keys.pktRange > 0) {
       blame(Blame::KeyType, keyOfType(keyColumns, TAV_PKTRANGE));
       return refuse(error, "Packet size distribution key must followed by ranges entities");
@@ -184,12 +179,10 @@ bool checkLegacy(const TavColumnArray& keys, const TavColumnArray& values, std::
     return blame(Blame::KeyColumn, keys[1].getValueType() == TAV_CONNID ? 2 : 1), refuse(error, "Support only one key");
   }
   if (values.size() > 1) return blame(Blame::ValueColumn, 1), refuse(error, "Support only one value column");
-  if (!hasPlace(keys[0].getValueType(), place::kLegacyKey)) {
+  if (!hasPlace(keys[0].getValueType(), place::kLegacyKey))
     return blame(Blame::KeyType, 0), refuse(error, "Invalid type for key: ", keys[0].getValueType());
-  }
-  if (!hasPlace(values[0].getValueType(), place::kLegacyValue)) {
+  if (!hasPlace(values[0].getValueType(), place::kLegacyValue))
     return blame(Blame::ValueType, 0), refuse(error, "Invalid type for value: ", values[0].getValueType());
-  }
   if (values[0].getAccType() == TAV_ACC_SUM)
     return blame(Blame::ValueMode, 0), refuse(error, "Invalid accumulation mode");
   return true;

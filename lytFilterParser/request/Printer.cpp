@@ -56,14 +56,11 @@ void write(Writer& out, const InterfaceInfoList& items) {
 // filter tree
 // ---------------------------------------------------------------------------
 
-void writeOption(Writer& out, RequestOption option) { out << optionWord(option) << ' '; }
-
 std::string_view negationWord() { return kNegationWords[0].text; }
 
 // "-f TYPE not " or "-f TYPE  ".
 void writeAtom(Writer& out, TavValType type, bool negated) {
-  writeOption(out, OPTION_FILTER);
-  out << valueTypeKeyword(type) << ' ';
+  out << optionWord(OPTION_FILTER) << ' ' << valueTypeKeyword(type) << ' ';
   if (negated) out << negationWord();
   out << ' ';
 }
@@ -93,8 +90,7 @@ void write(Writer& out, const AbstractFilter& node) { out << node.dump(); }
 // than one, "]" after them; one blank after all.
 void openCompound(Writer& out, const Filter& filter) {
   if (filter.getChildren().size() > 1) {
-    writeOption(out, OPTION_FILTER);
-    out << operatorWord(filter.getOperator()) << ' ' << kOpenBracket << ' ';
+    out << optionWord(OPTION_FILTER) << ' ' << operatorWord(filter.getOperator()) << ' ' << kOpenBracket << ' ';
   }
 }
 
@@ -167,10 +163,7 @@ void writeSort(Writer& out, const NetworkKovaRequest& request) {
   const TavSortType type = request.getSortType();
   if (type == TAV_SORT_NONE) return;
   const std::string_view word = sortTypeWord(type);
-  if (!word.empty()) {
-    writeOption(out, OPTION_SORT);
-    out << word << ' ';
-  }
+  if (!word.empty()) out << optionWord(OPTION_SORT) << ' ' << word << ' ';
   if (request.getValues().size() > 1) out << kSortOptions[SORT_INDEX].text << request.getSortIndex() << ' ';
   if (request.getMaxUpdates() != NetworkKovaRequest::defaultMaxUpdates) {
     out << kSortOptions[SORT_UPDATES].text << request.getMaxUpdates() << ' ';

@@ -82,9 +82,17 @@ bool Reader::refuse(std::string_view head, std::string_view token, WordKinds exp
   return false;
 }
 
-void Reader::raiseUnless(bool read) {
-  if (!read) fail(std::move(fault));
+namespace {
+
+// Runs `rule` on `target` with a reader of its own and throws the reader's
+// fault through Assert when the rule refuses: the public parsing members.
+template <class Target, class... Params, class... Args>
+void must(bool (Reader::*rule)(Target&, strList&, Params...), Target& target, strList& tokens, Args&&... args) {
+  Reader reader;
+  if (!(reader.*rule)(target, tokens, std::forward<Args>(args)...)) fail(std::move(reader.fault));
 }
+
+}  // namespace
 
 // ---------------------------------------------------------------------------
 // the record
@@ -139,52 +147,42 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
   WordKinds expected = kOption;
   while (cur != tokens.end()) {
     const std::string_view option = *cur;
-    if (option.size() != 2 || option[0] != '-') return refuse("Invalid option: ", option, expected);
+    if (option.size() != 2 || option[0] != '-' || optionWord(RequestOption(option[1])).empty()) {
+      return refuse("Invalid option: ", option, expected);
+    }
     if (option[1] != OPTION_FILTER) listEnd.known = false;
     const Span at = recording<Tokens> ? spanAt(tokens, cur) : Span{};
     const std::uint32_t first = recording<Tokens> ? countOf(record->words.size()) : 0;
+    ++cur;
+    // The column's or the sort's type word.
+    const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
     bool read = true;
     switch (option[1]) {
-      case OPTION_KEY: {
-        ++cur;
-        const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
-        std::string ignoredSort;
-        TavColumn key(TAV_KEY);
-        read = column(key, tokens, cur, ignoredSort);
-        if (read) request.keys.push_back(std::move(key));
-        if (read && recording<Tokens>) recordColumn(record->keys, at, type, first);
-        break;
-      }
+      case OPTION_KEY:
       case OPTION_VALUE: {
-        ++cur;
-        const Span typeWord = recording<Tokens> ? spanAt(tokens, cur) : Span{};
+        const bool key = option[1] == OPTION_KEY;
         std::string sortOption;
-        TavColumn value(TAV_VALUE);
-        read = column(value, tokens, cur, sortOption);
+        TavColumn column(key ? TAV_KEY : TAV_VALUE);
+        read = Reader::column(column, tokens, cur, sortOption);
         if (!read) break;
-        request.values.push_back(std::move(value));
-        if (recording<Tokens>) recordColumn(record->values, at, typeWord, first);
-        const TavSortType type = sortOption.empty() ? TAV_SORT_NONE : NetworkKovaRequest::getSortType(sortOption);
-        if (type != TAV_SORT_NONE) {
-          request.sortType = type;
+        (key ? request.keys : request.values).push_back(std::move(column));
+        if (recording<Tokens>) recordColumn(key ? record->keys : record->values, at, type, first);
+        // A key's sort word sorts nothing.
+        const TavSortType sorted =
+            key || sortOption.empty() ? TAV_SORT_NONE : NetworkKovaRequest::getSortType(sortOption);
+        if (sorted != TAV_SORT_NONE) {
+          request.sortType = sorted;
           request.sortIndex = static_cast<int>(request.values.size());
         }
         break;
       }
-      case OPTION_SORT: {
-        ++cur;
-        const Span type = recording<Tokens> ? spanAt(tokens, cur) : Span{};
+      case OPTION_SORT:
         read = sort(request, tokens, cur);
         if (read && recording<Tokens>) {
           record->sorts.push_back(SortSetting{at, type, -1, first, countOf(record->words.size()) - first});
         }
         break;
-      }
-      case OPTION_FILTER:
-        ++cur;
-        read = filterOption(request, tokens, cur, listEnd, at);
-        break;
-      default: return refuse("Invalid option: ", option, expected);
+      case OPTION_FILTER: read = filterOption(request, tokens, cur, listEnd, at); break;
     }
     if (!read) return false;
     expected = option[1] == OPTION_SORT ? kAfterSort : kOption;
@@ -345,11 +343,8 @@ bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool br
 
 template <class Tokens>
 std::unique_ptr<AtomFilter> Reader::atom(Tokens& tokens, Iter<Tokens>& cur) {
-  if (cur == tokens.end()) {
-    refuse(kNoType);
-    return nullptr;
-  }
-  if (*cur == kValueTypes[TAV_INTERFACE].keyword) {
+  // At the end, the content reader refuses the missing type.
+  if (cur != tokens.end() && *cur == kValueTypes[TAV_INTERFACE].keyword) {
     std::unique_ptr<InterfaceAtomFilter> filter(new InterfaceAtomFilter(InterfaceInfoList(), false));
     interfaceFilter(*filter, tokens, cur, record);
     return filter;
@@ -422,12 +417,9 @@ void Reader::interfaceInfo(InterfaceInfo& item, Tokens& tokens, Iter<Tokens>& cu
   if (cur == tokens.end()) return;
   const std::string_view token = *cur;
   const std::size_t separator = token.find(kDirectionSeparator);
-  if (separator != std::string_view::npos && separator + 1 < token.size()) {
-    item.direction = itemDirection(token.substr(separator + 1));
-    item.name.assign(token.data(), separator);
-  } else {
-    item.name.assign(token.data(), token.size());
-  }
+  const bool directed = separator != std::string_view::npos && separator + 1 < token.size();
+  if (directed) item.direction = itemDirection(token.substr(separator + 1));
+  item.name.assign(token.data(), directed ? separator : token.size());
 }
 
 template <class Tokens>
@@ -449,11 +441,8 @@ void Reader::entities(TavEntityArray& array, Tokens& tokens, Iter<Tokens>& cur, 
 
 void Reader::entity(TavEntity& entity, std::string_view text) {
   const std::size_t at = text.find(kEntitySeparator);
-  if (at == std::string_view::npos) {
-    entity.name.assign(text.data(), text.size());
-    return;
-  }
-  entity.name.assign(text.data(), at);
+  entity.name.assign(text.data(), std::min(at, text.size()));
+  if (at == std::string_view::npos) return;
   const std::size_t rest = at + kEntitySeparator.size();
   entity.resolvedName.assign(text.data() + rest, text.size() - rest);
 }
@@ -677,7 +666,9 @@ Reading readText(std::string_view text, bool virtualLinks, bool recorded) {
 // The public parsing members run the rules above on a caller's strList.
 // ---------------------------------------------------------------------------
 
+using lytFilterParser::detail::must;
 using lytFilterParser::detail::Reader;
+namespace detail = lytFilterParser::detail;
 
 TavEntity::TavEntity(std::string text) { Reader::entity(*this, text); }
 
@@ -692,17 +683,16 @@ void AtomFilter::parseNot(strList& tokens, strIter& cur) { Reader::negation(*thi
 AtomFilter* AtomFilter::getAtomFilter(strList& tokens, strIter& cur) {
   Reader reader;
   std::unique_ptr<AtomFilter> atom = reader.atom(tokens, cur);
-  reader.raiseUnless(atom != nullptr);
+  if (!atom) detail::fail(std::move(reader.fault));
   return atom.release();
 }
 
 ContentFilterBase::ContentFilterBase(strList& tokens, strIter& cur) : AtomFilter(TAV_NO_TYPE, false) {
-  Reader reader;
-  reader.raiseUnless(reader.content(*this, tokens, cur));
+  must(&Reader::content<strList>, *this, tokens, cur);
 }
 
 void ContentFilterBase::parseFilterType(strList& tokens, strIter& cur) {
-  if (cur == tokens.end()) lytFilterParser::detail::fail(std::string(lytFilterParser::detail::kNoType));
+  if (cur == tokens.end()) detail::fail(std::string(detail::kNoType));
   filterType = lytFilterParser::getValueType(*cur);
   ++cur;
 }
@@ -717,21 +707,16 @@ void ContentFilterBase::parse(strList& tokens, strIter& cur) {
 }
 
 Filter::Filter(strList& tokens, strIter& cur) : AbstractFilter(0), filterOperator(FILTER_AND) {
-  Reader reader;
-  reader.raiseUnless(reader.compound(*this, tokens, cur));
+  must(&Reader::compound<strList>, *this, tokens, cur);
 }
 
-void Filter::parse(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.compound(*this, tokens, cur));
-}
+void Filter::parse(strList& tokens, strIter& cur) { must(&Reader::compound<strList>, *this, tokens, cur); }
 
 void Filter::parseOperator(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.filterOperator(*this, tokens, cur));
+  must(&Reader::filterOperator<strList>, *this, tokens, cur);
 }
 
-bool Filter::isOperator(const std::string& token) { return lytFilterParser::detail::isOperatorWord(token); }
+bool Filter::isOperator(const std::string& token) { return detail::isOperatorWord(token); }
 
 InterfaceAtomFilter::InterfaceAtomFilter(strList& tokens, strIter& cur) : AtomFilter(TAV_INTERFACE, false) {
   Reader::interfaceFilter(*this, tokens, cur);
@@ -745,67 +730,49 @@ InterfaceInfo::InterfaceInfo(strList& tokens, strIter& cur) : direction(TAV_DIR_
   Reader::interfaceInfo(*this, tokens, cur);
 }
 
-void InterfaceInfo::parseDirection(const std::string& suffix) {
-  direction = lytFilterParser::detail::itemDirection(suffix);
-}
+void InterfaceInfo::parseDirection(const std::string& suffix) { direction = detail::itemDirection(suffix); }
 
 TavColumn::TavColumn(KeyOrValue role, strList& tokens, strIter& cur, std::string& sortOption) : TavColumn(role) {
-  Reader reader;
-  reader.raiseUnless(reader.column(*this, tokens, cur, sortOption));
+  must(&Reader::column<strList>, *this, tokens, cur, sortOption);
 }
 
 void TavColumn::parseAccumulationMode(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.accumulation(*this, tokens, cur));
+  must(&Reader::accumulation<strList>, *this, tokens, cur);
 }
 
-void TavColumnFilter::parse(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.columnFilter(*this, tokens, cur));
-}
+void TavColumnFilter::parse(strList& tokens, strIter& cur) { must(&Reader::columnFilter<strList>, *this, tokens, cur); }
 
 NetworkKovaRequest::NetworkKovaRequest(strList& tokens) : NetworkKovaRequest() {
   strIter cur = tokens.begin();
-  Reader reader;
-  reader.raiseUnless(reader.request(*this, tokens, cur));
+  must(&Reader::request<strList>, *this, tokens, cur);
 }
 
 NetworkKovaRequest::NetworkKovaRequest(strList& tokens, TavVersion version) : NetworkKovaRequest() {
-  Reader reader;
-  reader.raiseUnless(reader.legacyRequest(*this, tokens, version));
+  must(&Reader::legacyRequest<strList>, *this, tokens, version);
 }
 
-void NetworkKovaRequest::parse(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.request(*this, tokens, cur));
-}
+void NetworkKovaRequest::parse(strList& tokens, strIter& cur) { must(&Reader::request<strList>, *this, tokens, cur); }
 
-void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.sort(*this, tokens, cur));
-}
+void NetworkKovaRequest::parseSort(strList& tokens, strIter& cur) { must(&Reader::sort<strList>, *this, tokens, cur); }
 
 TavSortType NetworkKovaRequest::getSortType(const std::string& option) {
   // "sort=" and a sort type; anything else is no sort.
-  const std::string_view prefix = lytFilterParser::detail::kSortColumnPrefix;
+  const std::string_view prefix = detail::kSortColumnPrefix;
   if (option.compare(0, prefix.size(), prefix) != 0) return TAV_SORT_NONE;
-  const TavSortType* type = lytFilterParser::detail::codeOf<TavSortType>(
-      lytFilterParser::detail::kSortTypes, std::string_view(option).substr(prefix.size()));
+  const TavSortType* type =
+      detail::codeOf<TavSortType>(detail::kSortTypes, std::string_view(option).substr(prefix.size()));
   return type != nullptr ? *type : TAV_SORT_NONE;
 }
 
 E2EKovaRequest::E2EKovaRequest(strList& tokens) : dataType(E2E_DATA_WIRE) {
   strIter cur = tokens.begin();
-  Reader reader;
-  reader.raiseUnless(reader.virtualLink(*this, tokens, cur));
+  must(&Reader::virtualLink<strList>, *this, tokens, cur);
 }
 
 void E2EKovaRequest::parseFilter(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.virtualLinkOptions(*this, tokens, cur));
+  must(&Reader::virtualLinkOptions<strList>, *this, tokens, cur);
 }
 
 void E2EKovaRequest::parseDataType(strList& tokens, strIter& cur) {
-  Reader reader;
-  reader.raiseUnless(reader.dataType(*this, tokens, cur));
+  must(&Reader::dataType<strList>, *this, tokens, cur);
 }

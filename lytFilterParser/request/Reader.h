@@ -128,8 +128,6 @@ struct Reader {
   // `expected` where it stands; false.
   bool refuse(std::string_view message, WordKinds expected = 0);
   bool refuse(std::string_view head, std::string_view token, WordKinds expected = 0);
-  // Throws the fault through Assert when `read` is false.
-  void raiseUnless(bool read);
 };
 
 }  // namespace detail

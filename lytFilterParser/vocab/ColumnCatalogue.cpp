@@ -54,7 +54,7 @@ int columnIndex(const char* name) {
 
 struct Allocation {
   std::mutex mutex;
-  int firstGeneric = -1;
+  const int firstGeneric = columnIndex("VAL32_1");
   int next[kTypeCodes] = {};
 };
 
@@ -71,7 +71,6 @@ std::mutex& columnAllocationMutex() { return allocation().mutex; }
 
 int nextOpenColumnLocked(QULET_VT type) {
   Allocation& state = allocation();
-  if (state.firstGeneric < 0) state.firstGeneric = columnIndex("VAL32_1");
   if (type == 0) {
     for (int& position : state.next) position = state.firstGeneric;
     return -1;

@@ -10,7 +10,7 @@ void refuseValueType() { fail("Not a valid argument for type"); }
 
 TavValType valueType(std::string_view keyword) {
   const ValueTypeRow* row = findValueType(keyword);
-  if (row == nullptr) fail(message("Invalid type: ", keyword));
+  if (row == nullptr) fail("Invalid type: " + std::string(keyword));
   return row->type;
 }
 
