@@ -81,7 +81,6 @@ class Findings {
     const DiagnosticCode& entry = kCodes[static_cast<unsigned>(code)];
     found.push_back(Diagnostic{std::string(entry.code), entry.severity, std::move(message), at.start, at.length});
   }
-  bool empty() const { return found.empty(); }
   std::vector<Diagnostic> finish() {
     std::stable_sort(found.begin(), found.end(),
                      [](const Diagnostic& a, const Diagnostic& b) { return a.start < b.start; });
