@@ -8,7 +8,7 @@ import { execFileSync } from 'node:child_process';
 import { join } from 'node:path';
 import { test } from 'node:test';
 
-import { diagnosticsInUnits, parseWarnings, lytreqBatch, packageDir, root, unitsOf } from './native.js';
+import { attempt, diagnosticsInUnits, lytreqBatch, packageDir, parseWarnings, root, unitsOf } from './native.js';
 
 const { load, RequestError } = await import(join(packageDir, 'index.js'));
 const lfp = await load();
@@ -63,14 +63,6 @@ function inputs() {
     kinds[line[0]].push(text);
   }
   return { ...kinds, skipped };
-}
-
-function attempt(work) {
-  try {
-    return { value: work() };
-  } catch (error) {
-    return { error };
-  }
 }
 
 function fault(error) {

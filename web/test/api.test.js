@@ -5,7 +5,7 @@ import assert from 'node:assert/strict';
 import { join } from 'node:path';
 import { test } from 'node:test';
 
-import { diagnosticsInUnits, lytreqBatch, packageDir, parseWarnings, unitsOf } from './native.js';
+import { attempt, diagnosticsInUnits, lytreqBatch, packageDir, parseWarnings, unitsOf } from './native.js';
 
 const { load, RequestError, NetworkRequest, E2ERequest } = await import(join(packageDir, 'index.js'));
 const lfp = await load();
@@ -54,14 +54,6 @@ const LEGACY = [
 ];
 
 const parsed = lytreqBatch('parse', REQUESTS);
-
-function attempt(work) {
-  try {
-    return { value: work() };
-  } catch (error) {
-    return { error };
-  }
-}
 
 function assertFault(error, record, text) {
   assert.ok(error instanceof RequestError, `${text}: ${error}`);

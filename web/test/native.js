@@ -77,3 +77,12 @@ export function parseWarnings(lfp, text, request) {
   const told = (d) => lint.some((l) => l.start === d.start && l.length === d.length);
   return [...lint, ...losses.filter((d) => !told(d))];
 }
+
+// {value} of `work`, or {error} with what it threw.
+export function attempt(work) {
+  try {
+    return { value: work() };
+  } catch (error) {
+    return { error };
+  }
+}

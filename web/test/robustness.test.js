@@ -5,21 +5,13 @@ import assert from 'node:assert/strict';
 import { join } from 'node:path';
 import { test } from 'node:test';
 
-import { lytreqBatch, packageDir } from './native.js';
+import { attempt, lytreqBatch, packageDir } from './native.js';
 
 const { load, RequestError, MAX_TEXT_LENGTH } = await import(join(packageDir, 'index.js'));
 const lfp = await load();
 
 function stillWorks() {
   assert.equal(lfp.parse('-k src -v wb').dump(), ' -k src acc=replace -v wb acc=rate ');
-}
-
-function attempt(work) {
-  try {
-    return { value: work() };
-  } catch (error) {
-    return { error };
-  }
 }
 
 // The package's and the tool's answer for one text must be the same.
