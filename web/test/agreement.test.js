@@ -113,6 +113,10 @@ test(`at least 20,000 generated inputs agree with the native library (${R.length
         } else if (!verdict.valid) {
           // The library serves it, but the peer has no text for it.
           assert.ok(copy.fidelity(verdict.peer).some((d) => d.message === verdict.message), where);
+        } else {
+          // What the text for the peer loses; nothing where the library cannot write that text.
+          const losses = attempt(() => copy.fidelity(verdict.peer));
+          assert.deepEqual(losses.value ?? [], diagnosticsInUnits(text, verdict.warnings), where);
         }
         copy.free();
         const fresh = lfp.parse(text);

@@ -5,7 +5,7 @@ import assert from 'node:assert/strict';
 import { join } from 'node:path';
 import { test } from 'node:test';
 
-import { attempt, diagnosticsInUnits, lytreqBatch, packageDir, parseWarnings, unitsOf } from './native.js';
+import { attempt, diagnosticsInUnits, lytreqBatch, packageDir, unitsOf } from './native.js';
 
 const { load, RequestError, NetworkRequest, E2ERequest } = await import(join(packageDir, 'index.js'));
 const lfp = await load();
@@ -84,16 +84,6 @@ test('parse: the written request, or the refusal with its place and suggestions'
   });
 });
 
-test('lint and fidelity: the codes, messages and places of the tool\'s warnings', () => {
-  REQUESTS.forEach((text, i) => {
-    const got = attempt(() => lfp.parse(text));
-    const written = got.error ? null : attempt(() => got.value.dump());
-    const request = written === null || written.error ? null : got.value;
-    assert.deepEqual(parseWarnings(lfp, text, request), diagnosticsInUnits(text, parsed[i].warnings), text);
-    got.value?.free();
-  });
-});
-
 test('dump(peer): the text for each peer that accepts the request', () => {
   for (const peer of [1, 2, 3]) {
     const records = lytreqBatch('parse', REQUESTS, ['--peer', String(peer)]);
@@ -105,40 +95,6 @@ test('dump(peer): the text for each peer that accepts the request', () => {
       request.free();
     });
   }
-});
-
-test('check, validate, fidelity and minimalPeer of every peer', () => {
-  const records = lytreqBatch('check', REQUESTS, ['--peer', 'all']);
-  REQUESTS.forEach((text, i) => {
-    const record = records[i];
-    if (!record || record.peers === undefined) return;
-    const request = lfp.parse(text);
-    assert.equal(request.minimalPeer(), record.minimalPeer, text);
-    for (const verdict of record.peers) {
-      const copy = lfp.parse(text);
-      const checked = attempt(() => copy.check(verdict.peer));
-      const where = `${text} peer ${verdict.peer}`;
-      if (checked.error) {
-        assert.equal(verdict.valid, false, where);
-        assert.equal(checked.error.message, verdict.message, where);
-      } else if (verdict.valid) {
-        assert.equal(checked.value.valid, true, where);
-        // The text for the peer cannot be written: the library throws, the tool reports no loss.
-        const losses = attempt(() => copy.fidelity(verdict.peer));
-        if (losses.error) assert.deepEqual(verdict.warnings, [], where);
-        else assert.deepEqual(losses.value, diagnosticsInUnits(text, verdict.warnings), where);
-      } else if (checked.value.valid) {
-        // The library serves it, but the peer has no text for it.
-        const losses = copy.fidelity(verdict.peer);
-        assert.ok(losses.some((d) => d.message === verdict.message && d.code === 'peer-unsupported'), where);
-      } else {
-        assert.equal(checked.value.message, verdict.message, where);
-        assertFault(attempt(() => lfp.parse(text).validate(verdict.peer)).error, verdict, text);
-      }
-      copy.free();
-    }
-    request.free();
-  });
 });
 
 test('columns and their catalogue names', () => {
@@ -160,32 +116,6 @@ test('moduleNames', () => {
   REQUESTS.forEach((text, i) => {
     if (!records[i] || records[i].names === undefined) return;
     assert.deepEqual(lfp.parse(text).moduleNames(), records[i].names, text);
-  });
-});
-
-test('toJSON: the model agrees with the tool\'s explanation', () => {
-  const records = lytreqBatch('explain', REQUESTS);
-  REQUESTS.forEach((text, i) => {
-    const record = records[i];
-    if (!record || record.kind === undefined) return;
-    const model = lfp.parse(text).toJSON();
-    assert.equal(model.kind, record.kind, text);
-    if (record.kind !== 'network') {
-      assert.equal(lfp.parse(text).dump(), `${model.kind} ${model.link} -t ${model.dataType}`);
-      return;
-    }
-    assert.equal(model.filter.kind, 'compound');
-    // The tool lists no filter nodes for a request without a filter.
-    if (record.filter.length === 0) assert.deepEqual(model.filter.children, [], text);
-    else assert.equal(model.filter.operator, record.filter[0].operator, text);
-    const columns = (list) =>
-      list.map((c) => ({ type: c.type, mode: c.mode, options: c.options, names: c.names }));
-    const mine = (list) =>
-      list.map((c) => ({ type: c.type, mode: c.mode, options: Object.values(c.options),
-        names: c.names.map((n) => (n.resolved ? `${n.name}<>${n.resolved}` : n.name)) }));
-    assert.deepEqual(mine(model.keys), columns(record.keys).map((c) => ({ ...c, names: c.names.map(String) })), text);
-    assert.deepEqual(mine(model.values), columns(record.values).map((c) => ({ ...c, names: c.names.map(String) })), text);
-    assert.deepEqual(model.sort, record.sort, text);
   });
 });
 
