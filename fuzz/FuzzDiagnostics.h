@@ -55,9 +55,17 @@ inline void checkSpan(const std::string& text, lytFilterParser::Span span, const
 inline void checkRecord(const std::string& text) {
   using namespace lytFilterParser::detail;
   Reading reading;
-  allowMessage([&] { reading = readText(text, true, true); });
+  allowMessage([&] { reading = readText(text, true, Keep::RequestAndRecord); });
   checkSpan(text, reading.at, "the place of a fault");
   const Record& record = reading.record;
+  // Reading for the record alone (lint) takes and refuses the same texts, with a record of the same shape.
+  Reading alone;
+  allowMessage([&] { alone = readText(text, true, Keep::Record); });
+  if (alone.accepted != reading.accepted || alone.fault != reading.fault || alone.at.start != reading.at.start ||
+      alone.record.expected != record.expected || alone.record.nodes.size() != record.nodes.size() ||
+      alone.record.words.size() != record.words.size() || alone.record.values.size() != record.values.size()) {
+    failure("the record alone differs from the request's reading", text);
+  }
   const auto words = [&](std::uint32_t first, std::uint32_t count, const char* what) {
     if (first > record.words.size() || count > record.words.size() - first)
       failure("recorded words beyond the record", what);

@@ -203,8 +203,17 @@ class RecordedTextTokens : public TextTokens {
   explicit RecordedTextTokens(std::string_view text) : TextTokens(text) {}
 };
 
+// The same, read only for the record (lint): the rules refuse the same
+// texts but build no request, which lint would only destroy again.
+class ScannedTextTokens : public RecordedTextTokens {
+ public:
+  explicit ScannedTextTokens(std::string_view text) : RecordedTextTokens(text) {}
+};
+
 template <class Tokens>
-constexpr bool recording = std::is_same<Tokens, RecordedTextTokens>::value;
+constexpr bool recording = std::is_base_of<RecordedTextTokens, Tokens>::value;
+template <class Tokens>
+constexpr bool building = !std::is_same<Tokens, ScannedTextTokens>::value;
 
 // The bytes under a token: only a text read in place knows them; other
 // sequences give an empty span.

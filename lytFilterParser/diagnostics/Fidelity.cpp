@@ -416,12 +416,12 @@ std::vector<Diagnostic> fidelity(const std::string& text, const LYTKovaRequest& 
   const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request);
   detail::Reading reading;
   const bool located = network == nullptr || detail::recordFor(text, *network, reading);
-  if (network == nullptr) reading = detail::readText(text, true, true);
+  if (network == nullptr) reading = detail::readText(text, true, detail::Keep::RequestAndRecord);
   return detail::compare(text, request, reading, located, peer);
 }
 
 std::vector<Diagnostic> fidelity(const std::string& text, TavVersion peer) {
-  const detail::Reading reading = detail::readText(text, true, true);
+  const detail::Reading reading = detail::readText(text, true, detail::Keep::RequestAndRecord);
   if (!reading.request) return {};
   return detail::compare(text, *reading.request, reading, true, peer);
 }

@@ -507,7 +507,7 @@ void lintVirtualLink(const Record& outline, Findings& found) {
 }  // namespace detail
 
 std::vector<Diagnostic> lint(const std::string& text) {
-  return detail::lintReading(detail::readText(text, true, true));
+  return detail::lintReading(detail::readText(text, true, detail::Keep::Record));
 }
 
 namespace detail {
@@ -515,7 +515,7 @@ namespace detail {
 std::vector<Diagnostic> lintReading(const Reading& reading) {
   Findings found;
   lintInvisible(reading.record.text, found);
-  if (!reading.request) return found.finish();
+  if (!reading.accepted) return found.finish();
   const Record& outline = reading.record;
   if (outline.virtualLink) {
     lintVirtualLink(outline, found);

@@ -25,7 +25,7 @@ bool columnsMatch(const Record& record, const RecordColumns& columns, const TavC
 }  // namespace
 
 bool recordFor(std::string_view text, const NetworkKovaRequest& request, Reading& reading) {
-  reading = readText(text, true, true);
+  reading = readText(text, true, Keep::RequestAndRecord);
   const Record& record = reading.record;
   if (!reading.request || record.virtualLink || record.nodes.empty() ||
       !columnsMatch(record, record.keys, request.getKeys()) ||

@@ -14,7 +14,7 @@ struct RecordedRequest::State {
 };
 
 RecordedRequest::RecordedRequest(std::string text) : state(new State{std::move(text), {}}) {
-  state->reading = detail::readText(state->text, true, true);
+  state->reading = detail::readText(state->text, true, detail::Keep::RequestAndRecord);
 }
 
 RecordedRequest::RecordedRequest(RecordedRequest&&) noexcept = default;

@@ -165,7 +165,7 @@ bool Reader::request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& 
         TavColumn column(key ? TAV_KEY : TAV_VALUE);
         read = Reader::column(column, tokens, cur, sortOption);
         if (!read) break;
-        (key ? request.keys : request.values).push_back(std::move(column));
+        if (building<Tokens>) (key ? request.keys : request.values).push_back(std::move(column));
         if (recording<Tokens>) recordColumn(key ? record->keys : record->values, at, type, first);
         // A key's sort word sorts nothing.
         const TavSortType sorted =
@@ -257,8 +257,10 @@ bool Reader::filterOption(NetworkKovaRequest& request, Tokens& tokens, Iter<Toke
   root.filterOperator = FILTER_AND;
   std::unique_ptr<AtomFilter> first = atom(tokens, cur, 0, option);
   if (!first) return false;
-  if (root.children.capacity() == 0) root.children.reserve(4);
-  root.children.push_back(std::move(first));
+  if (building<Tokens>) {
+    if (root.children.capacity() == 0) root.children.reserve(4);
+    root.children.push_back(std::move(first));
+  }
   const bool read = children(root, tokens, cur, true);
   if (recorded != nullptr) recorded->whole = upTo(option, spanAt(tokens, cur));
   return read;
@@ -324,7 +326,7 @@ bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool br
       }
       std::unique_ptr<AtomFilter> child = atom(tokens, cur, open.node, option);
       if (!child) return false;
-      open.filter->children.push_back(std::move(child));
+      if (building<Tokens>) open.filter->children.push_back(std::move(child));
       continue;
     }
     if (open.bracketed) {
@@ -337,7 +339,7 @@ bool Reader::children(Filter& filter, Tokens& tokens, Iter<Tokens>& cur, bool br
     if (outer.empty()) return true;
     std::unique_ptr<Filter> complete = std::move(open.owner);
     open = outer.pop();
-    open.filter->children.push_back(std::move(complete));
+    if (building<Tokens>) open.filter->children.push_back(std::move(complete));
   }
 }
 
@@ -406,6 +408,7 @@ template <class Tokens>
 void Reader::interfaces(InterfaceAtomFilter& filter, Tokens& tokens, Iter<Tokens>& cur, Record* record) {
   for (; cur != tokens.end() && !endsItems(*cur); ++cur) {
     if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Name});
+    if (!building<Tokens>) continue;
     InterfaceInfo item(std::string(), TAV_DIR_BOTH);
     interfaceInfo(item, tokens, cur);
     filter.interfaces.push_back(std::move(item));
@@ -427,11 +430,13 @@ void Reader::entities(TavEntityArray& array, Tokens& tokens, Iter<Tokens>& cur, 
   // Count first so that a long run of entities is stored without regrowth;
   // the count's walk records them.
   std::size_t count = 0;
-  for (Iter<Tokens> scan = cur; scan != tokens.end() && !endsItems(*scan); ++scan) {
+  Iter<Tokens> scan = cur;
+  for (; scan != tokens.end() && !endsItems(*scan); ++scan) {
     if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, scan), Part::Name});
     ++count;
   }
-  if (count == 0) return;
+  if (!building<Tokens>) cur = scan;
+  if (count == 0 || !building<Tokens>) return;
   std::vector<TavEntity>& list = array.entities;
   const std::size_t needed = list.size() + count;
   if (needed > list.capacity()) list.reserve(std::max(needed, 2 * list.capacity()));
@@ -497,7 +502,7 @@ bool Reader::column(TavColumn& column, Tokens& tokens, Iter<Tokens>& cur, std::s
       entities(column.entities, tokens, cur, record);
       // A bracket that closes nothing here stays with the column as an entity.
       if (cur != tokens.end() && isChar(*cur, kCloseBracket)) {
-        column.entities.add(TavEntity(std::string(1, kCloseBracket)));
+        if (building<Tokens>) column.entities.add(TavEntity(std::string(1, kCloseBracket)));
         if (recording<Tokens>) record->words.push_back(RecordWord{spanAt(tokens, cur), Part::Name});
         ++cur;
       }
@@ -623,7 +628,8 @@ template bool Reader::virtualLink<TextTokens>(E2EKovaRequest&, TextTokens&, Text
 template bool Reader::request<WordTokens>(NetworkKovaRequest&, WordTokens&, WordTokens::iterator&);
 
 template <class Tokens>
-void Reader::read(Reading& reading, Tokens& tokens, bool virtualLinks) {
+void Reader::read(Reading& reading, bool virtualLinks) {
+  Tokens tokens(reading.record.text);
   Iter<Tokens> cur = tokens.begin();
   if (cur == tokens.end()) return;
   record = &reading.record;
@@ -639,22 +645,22 @@ void Reader::read(Reading& reading, Tokens& tokens, bool virtualLinks) {
     read = Reader::request(*request, tokens, cur);
     reading.request = std::move(request);
   }
-  if (!read) {
-    reading.request.reset();
-    reading.fault = std::move(fault);
-    reading.at = tokens.span(cur);
-  }
+  reading.accepted = read;
+  if (!read || !building<Tokens>) reading.request.reset();
+  if (read) return;
+  reading.fault = std::move(fault);
+  reading.at = tokens.span(cur);
 }
 
-Reading readText(std::string_view text, bool virtualLinks, bool recorded) {
+Reading readText(std::string_view text, bool virtualLinks, Keep keep) {
   Reading reading;
   reading.record.text = text;
-  if (recorded) {
-    RecordedTextTokens tokens(text);
-    Reader().read(reading, tokens, virtualLinks);
+  if (keep == Keep::Record) {
+    Reader().read<ScannedTextTokens>(reading, virtualLinks);
+  } else if (keep == Keep::RequestAndRecord) {
+    Reader().read<RecordedTextTokens>(reading, virtualLinks);
   } else {
-    TextTokens tokens(text);
-    Reader().read(reading, tokens, virtualLinks);
+    Reader().read<TextTokens>(reading, virtualLinks);
   }
   return reading;
 }

@@ -52,9 +52,9 @@ struct Reader {
   // other sequence record nothing and test nothing for it.
   Record* record = nullptr;
 
-  // A whole text as readText reads it: the request, or the fault and where.
+  // The record's text as readText reads it: the request, or the fault and where.
   template <class Tokens>
-  void read(Reading& reading, Tokens& tokens, bool virtualLinks);
+  void read(Reading& reading, bool virtualLinks);
   // "-f", "-k", "-v", "-s" options up to the end.
   template <class Tokens>
   bool request(NetworkKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur);

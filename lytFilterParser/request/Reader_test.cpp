@@ -9,6 +9,7 @@
 namespace {
 
 using lytFilterParser::WordKind;
+using lytFilterParser::detail::Keep;
 using lytFilterParser::detail::kindBit;
 using lytFilterParser::detail::Reading;
 using lytFilterParser::detail::readText;
@@ -56,9 +57,9 @@ TEST(Reader, AFaultRecordsTheKindsOfWordItsRuleTakesThere) {
   for (const Row& row : rows) {
     WordKinds expected = 0;
     for (const WordKind kind : row.kinds) expected |= kindBit(kind);
-    for (const bool recorded : {false, true}) {
-      const Reading reading = readText(row.text, true, recorded);
-      EXPECT_EQ(names(reading.record.expected), names(expected)) << row.text << (recorded ? " (recorded)" : "");
+    for (const Keep keep : {Keep::Request, Keep::RequestAndRecord, Keep::Record}) {
+      const Reading reading = readText(row.text, true, keep);
+      EXPECT_EQ(names(reading.record.expected), names(expected)) << row.text << " keeping " << int(keep);
     }
   }
 }

@@ -111,16 +111,22 @@ struct Record {
 
 // A text read as the entry points read it, with what the reader recorded.
 struct Reading {
-  std::unique_ptr<LYTKovaRequest> request;  // null for a refused or an empty text
+  std::unique_ptr<LYTKovaRequest> request;  // null for a refused or an empty text, or when not kept
   std::string fault;                        // the reader's message; empty when it has none
   Span at;                                  // where the reader stopped on a fault
-  Record record;                            // complete when the request is read
+  Record record;                            // complete when the text is accepted
+  bool accepted = false;                    // the reader took a text of at least one word
 };
 
+// What readText keeps: the request, the request and its record, or the
+// record alone. The reader refuses the same texts in each, but for the
+// record alone it builds no request (lint looks at the record only).
+enum class Keep : unsigned char { Request, RequestAndRecord, Record };
+
 // Reads `text` as getLYTKovaRequest does when `virtualLinks` ("vl" first: an
-// end-to-end request), otherwise as convert reads it for the current peer,
-// keeping the record when `recorded`. The message is the entry points' own.
-Reading readText(std::string_view text, bool virtualLinks, bool recorded = false);
+// end-to-end request), otherwise as convert reads it for the current peer.
+// The message is the entry points' own.
+Reading readText(std::string_view text, bool virtualLinks, Keep keep = Keep::Request);
 
 }  // namespace detail
 }  // namespace lytFilterParser

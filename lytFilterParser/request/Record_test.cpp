@@ -1,14 +1,17 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "lytFilterParser/request/Record.h"
 #include "tests/support/TestSupport.h"
+#include "tests/support/corpus.h"
 
 namespace {
 
 using lytFilterParser::Span;
+using lytFilterParser::detail::Keep;
 using lytFilterParser::detail::Part;
 using lytFilterParser::detail::Reading;
 using lytFilterParser::detail::readText;
@@ -31,7 +34,7 @@ TEST(Record, EveryItemStandsOnTheWordsItWasReadFrom) {
   const std::string text =
       "-f src a b -f or [ -f dst c -f interface not eth0,in ] -k svc -v wb acc=rate dir=in "
       "sort=top -v pkt h -s top index=2 updates=5";
-  const Reading reading = readText(text, true, true);
+  const Reading reading = readText(text, true, Keep::RequestAndRecord);
   ASSERT_TRUE(reading.request);
   const Record& record = reading.record;
   ASSERT_EQ(record.nodes.size(), 5u);          // the root, "src", "or", its "dst" and "interface"
@@ -66,7 +69,7 @@ TEST(Record, EveryItemStandsOnTheWordsItWasReadFrom) {
 }
 
 TEST(Record, AnOperatorOfTheRequestIsTheRootsHead) {
-  const Reading reading = readText("-f or [ -f src a ] -k svc -f and -f dst b -v wb", true, true);
+  const Reading reading = readText("-f or [ -f src a ] -k svc -f and -f dst b -v wb", true, Keep::RequestAndRecord);
   ASSERT_TRUE(reading.request);
   const Record& record = reading.record;
   ASSERT_EQ(record.filterOptions.size(), 2u);
@@ -78,7 +81,7 @@ TEST(Record, AnOperatorOfTheRequestIsTheRootsHead) {
 }
 
 TEST(Record, AVirtualLinkRecordsItsNameAndDataTypes) {
-  const Reading reading = readText("vl link1 x -t app -tw wire", true, true);
+  const Reading reading = readText("vl link1 x -t app -tw wire", true, Keep::RequestAndRecord);
   ASSERT_TRUE(reading.request);
   EXPECT_TRUE(reading.record.virtualLink);
   EXPECT_EQ(at(reading.record, reading.record.vlName), "link1");
@@ -103,9 +106,63 @@ TEST(Record, AFaultStandsWhereTheReaderStopped) {
   }
 }
 
+std::ostream& operator<<(std::ostream& out, Span span) { return out << span.start << '+' << span.length << ' '; }
+
+// Every field of a record, for comparing two.
+std::string described(const Reading& reading) {
+  std::ostringstream out;
+  const Record& record = reading.record;
+  out << reading.accepted << reading.fault << reading.at << record.expected << record.virtualLink << "\nnodes ";
+  for (const auto& n : record.nodes) {
+    out << n.whole << n.head << n.negation << n.compound << n.interface << n.firstWord << ' ' << n.wordCount << ' '
+        << n.childCount << ' ' << n.end << "; ";
+  }
+  out << "\noptions ";
+  for (const auto& o : record.filterOptions) out << o.option << o.op << o.whole << "; ";
+  for (const auto* columns : {&record.keys, &record.values}) {
+    out << "\ncolumns ";
+    for (const auto& c : *columns) out << c.option << c.type << c.whole << c.firstWord << ' ' << c.wordCount << "; ";
+  }
+  out << "\nsorts ";
+  for (const auto& o : record.sorts) out << o.option << o.type << o.column << ' ' << o.firstWord << ' ' << o.wordCount;
+  out << "\nwords ";
+  for (const auto& w : record.words)
+    out << w.span << int(w.part) << ' ' << int(w.option) << ' ' << int(w.value) << "; ";
+  out << "\nvl " << record.vlName;
+  for (const auto& d : record.dataTypes) out << d.option << d.type << "; ";
+  return out.str();
+}
+
+// Reading for the record alone (lint) builds no request, and takes and
+// refuses the same texts with the same record as reading the request.
+TEST(Record, TheRecordAloneIsTheRecordOfTheRequestsReading) {
+  std::vector<std::string> texts = {
+      "-f src a b -f or [ -f dst c -f interface not eth0,in eth1 ] -k svc x ] y -v wb acc=rate dir=in sort=top",
+      "-f and [ -f src a -f or [ -f dst b ] -f interface ] -k src -v wb -s top index=2 updates=5",
+      "-f src a -f dst b ] -f svc c -k svc -v wb",
+      "-f src a <> -k src h1<>one h2 -v wb",
+      "-f src a ] ] -k svc",
+      "-f and [ -f src a",
+      "-k svc -v wb acc=rates",
+      "-k svc -v wb dir=up",
+      "-f interface eth0 -k svc -s top indx=2",
+      "vl link1 x -t app -tw wire",
+      "vl x -t both",
+      "",
+  };
+  for (const bench::TextCase& c : bench::buildCorpus()) texts.push_back(c.text);
+  for (const std::string& text : texts) {
+    const Reading alone = readText(text, true, Keep::Record);
+    const Reading both = readText(text, true, Keep::RequestAndRecord);
+    EXPECT_FALSE(alone.request) << text;
+    EXPECT_EQ(alone.accepted, both.request != nullptr) << text;
+    EXPECT_EQ(described(alone), described(both)) << text;
+  }
+}
+
 // Reading without a record records nothing.
 TEST(Record, WithoutARecordNothingIsKept) {
-  const Reading reading = readText("-f src a -k svc -v wb", true, false);
+  const Reading reading = readText("-f src a -k svc -v wb", true);
   ASSERT_TRUE(reading.request);
   EXPECT_TRUE(reading.record.nodes.empty());
   EXPECT_TRUE(reading.record.words.empty());
