@@ -1,7 +1,6 @@
 #include "lytFilterParser/diagnostics/Fidelity.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <string_view>
 #include <typeinfo>
@@ -65,11 +64,6 @@ int signature(const AbstractFilter& node) {
   const auto* atom = dynamic_cast<const AtomFilter*>(&node);
   const int kind = dynamic_cast<const InterfaceAtomFilter*>(&node) != nullptr ? 1 : 0;
   return atom == nullptr ? -2 : kind * 1000 + static_cast<int>(atom->getFilterType());
-}
-
-// The column options' values, in the order of kColumnOptions.
-std::array<int, COLUMN_OPTION_COUNT> optionValues(const TavColumnFilter& f) {
-  return {f.getDirection(), f.getEncryptionMode(), f.getCompressionMode(), f.getCitrixPrintMode(), f.getUrlMode()};
 }
 
 std::string peerName(TavVersion peer) { return "peer " + std::to_string(static_cast<int>(peer)); }
@@ -336,11 +330,10 @@ class Comparison {
     const std::string_view ownMode = accumulationWord(mine.getAccType());
     const std::string_view otherMode = accumulationWord(theirs.getAccType());
     if (ownMode != otherMode) changed(Code::ModeChanged, mode, ownMode, otherMode);
-    const auto own = optionValues(mine.getColumnFilter());
-    const auto other = optionValues(theirs.getColumnFilter());
-    for (std::size_t o = 0; o < COLUMN_OPTION_COUNT; ++o) {
-      if (own[o] != other[o])
-        changed(Code::OptionChanged, options[o], columnOptionWord(o, own[o]), columnOptionWord(o, other[o]));
+    for (int o = 0; o < COLUMN_OPTION_COUNT; ++o) {
+      const int own = mine.getColumnFilter().option(TavColumnFilter::Option(o));
+      const int other = theirs.getColumnFilter().option(TavColumnFilter::Option(o));
+      if (own != other) changed(Code::OptionChanged, options[o], columnOptionWord(o, own), columnOptionWord(o, other));
     }
     items(itemsOf(mine.getEntities()), itemsOf(theirs.getEntities()), nameSpans(place), place ? place->whole : whole());
   }

@@ -127,14 +127,11 @@ void write(Writer& out, const Filter& filter) {
 
 // The options that restrict anything, each followed by a blank.
 void write(Writer& out, const TavColumnFilter& filter) {
-  const int values[COLUMN_OPTION_COUNT] = {filter.getDirection(), filter.getEncryptionMode(),
-                                           filter.getCompressionMode(), filter.getCitrixPrintMode(),
-                                           filter.getUrlMode()};
-  const Rows<ColumnOption> options = kColumnOptions;
-  for (std::size_t o = 0; o < options.size(); ++o) {
-    if (values[o] == options[o].unrestricted) continue;
-    const std::string_view word = wordOf<int>(options[o].values, values[o]);
-    if (!word.empty()) out << options[o].name << word << ' ';
+  for (int o = 0; o < COLUMN_OPTION_COUNT; ++o) {
+    const int value = filter.option(TavColumnFilter::Option(o));
+    if (value == kColumnOptions[o].unrestricted) continue;
+    const std::string_view word = wordOf<int>(kColumnOptions[o].values, value);
+    if (!word.empty()) out << kColumnOptions[o].name << word << ' ';
   }
 }
 

@@ -521,15 +521,13 @@ template <class Tokens>
 bool Reader::columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) return refuse("Error: Expected end of line");
   const std::string_view token = *cur;
-  int* const fields[COLUMN_OPTION_COUNT] = {&filter.direction, &filter.encryptionMode, &filter.compressionMode,
-                                            &filter.citrixPrintMode, &filter.urlMode};
   for (std::size_t o = 0; o < COLUMN_OPTION_COUNT; ++o) {
     const ColumnOption& option = kColumnOptions[o];
     if (!containsOptionName(token, option.name)) continue;
     for (std::size_t v = 0; v < option.values.size(); ++v) {
       const Word<int>& value = option.values[v];
       if (token.find(value.text, option.valueFrom) != std::string_view::npos) {
-        *fields[o] = value.code;
+        filter.options[o] = value.code;
         if (recording<Tokens>) {
           record->words.push_back(RecordWord{spanAt(tokens, cur), Part::ColumnOption, static_cast<unsigned char>(o),
                                              static_cast<unsigned char>(v)});
