@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <string_view>
 #include <typeinfo>
 #include <unordered_map>
@@ -242,27 +243,21 @@ class Comparison {
       return;
     }
     // A name given several times pairs in order: the n-th of mine with the
-    // n-th of theirs (the same on every standard library, unlike a hash
-    // multimap's order of equal keys).
-    std::vector<std::pair<std::string_view, std::size_t>> byName;
-    for (std::size_t k = 0; k < theirs.size(); ++k) byName.emplace_back(theirs[k].name, k);
-    std::sort(byName.begin(), byName.end());
-    std::vector<std::size_t> next(byName.size());  // at a name's first entry: its next unpaired entry
-    for (std::size_t i = 0; i < next.size(); ++i) next[i] = i;
+    // n-th of theirs (an ordered multimap keeps equal keys in the order they
+    // were added, on every standard library, unlike a hash multimap).
+    std::multimap<std::string_view, std::size_t> byName;
+    for (std::size_t k = 0; k < theirs.size(); ++k) byName.emplace(theirs[k].name, k);
     std::vector<bool> paired(theirs.size(), false);
     for (std::size_t k = 0; k < mine.size(); ++k) {
-      const std::string_view name = mine[k].name;
-      const std::size_t first =
-          std::lower_bound(byName.begin(), byName.end(), std::make_pair(name, std::size_t{0})) - byName.begin();
-      const std::size_t partner = first < next.size() ? next[first] : first;
-      if (partner == byName.size() || byName[partner].first != name) {
+      const auto partner = byName.lower_bound(mine[k].name);  // the first of its name
+      if (partner == byName.end() || partner->first != mine[k].name) {
         add(Code::ItemDropped, at(k), quoted(mine[k].shown) + " is lost");
         continue;
       }
-      ++next[first];
-      const std::string& shown = theirs[byName[partner].second].shown;
+      const std::string& shown = theirs[partner->second].shown;
       if (shown != mine[k].shown) changed(Code::ItemChanged, at(k), mine[k].shown, shown);
-      paired[byName[partner].second] = true;
+      paired[partner->second] = true;
+      byName.erase(partner);
     }
     for (std::size_t k = 0; k < theirs.size(); ++k) {
       if (!paired[k]) add(Code::ItemAdded, place(owner), quoted(theirs[k].shown) + " is gained");
