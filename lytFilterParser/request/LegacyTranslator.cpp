@@ -8,20 +8,6 @@ namespace lytFilterParser {
 namespace detail {
 namespace {
 
-// The filter words of the legacy syntax, gathered from the value-type table
-// when the library is compiled: every skipped token is compared with these
-// few words only.
-struct LegacyFilterWords {
-  std::string_view words[sizeof kValueTypes / sizeof kValueTypes[0]] = {};
-  std::size_t count = 0;
-  constexpr LegacyFilterWords() {
-    for (const ValueTypeRow& row : kValueTypes) {
-      if ((row.places & kLegacyFilter) != 0) words[count++] = row.keyword;
-    }
-  }
-};
-constexpr LegacyFilterWords kLegacyFilterWords;
-
 // The translation of one token sequence: a cursor over the legacy tokens
 // and the words written so far. Each option has one step; a step starts on
 // the option's token, leaves the cursor on the next token to look at, and
@@ -156,6 +142,11 @@ class Translation {
       return true;
     }
     for (const Word<int>& letter : kLegacyAggregates) {
+      // The letters the legacy writer writes for no connection id are passed over quietly.
+      if (letter.code < 0 && trace != nullptr && *cur == letter.text) {
+        ++cur;
+        return true;
+      }
       if (letter.code >= 0 && firstChar(*cur) == letter.text[0]) {
         if (trace != nullptr) noteLetter(option, LEGACY_AGGREGATE, aggregates > 0);
         ++aggregates;
@@ -165,23 +156,12 @@ class Translation {
         return true;
       }
     }
-    // The letters the legacy writer writes for no connection id are passed over quietly.
-    if (trace != nullptr) {
-      for (const Word<int>& letter : kLegacyAggregates) {
-        if (letter.code < 0 && *cur == letter.text) {
-          ++cur;
-          return true;
-        }
-      }
-    }
     return filterOrSkip();
   }
 
   static bool isContentFilterWord(std::string_view word) {
-    for (std::size_t i = 0; i < kLegacyFilterWords.count; ++i) {
-      if (sameWord(word, kLegacyFilterWords.words[i])) return true;
-    }
-    return false;
+    const ValueTypeRow* row = findValueType(word);
+    return row != nullptr && (row->places & kLegacyFilter) != 0;
   }
 
   // A filter word and its list; any other word is skipped.
