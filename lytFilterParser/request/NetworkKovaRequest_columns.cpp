@@ -1,5 +1,7 @@
 // Mapping of a request's columns to the query interface's column catalogue.
 
+#include <algorithm>
+
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/ColumnAllocation.h"
@@ -70,8 +72,5 @@ bool NetworkKovaRequest::mapKovaColumn(std::vector<int>& positions) const {
 }
 
 bool NetworkKovaRequest::isDynamic() const {
-  for (const TavColumn& key : keys) {
-    if (!key.getEntities().empty()) return false;
-  }
-  return true;
+  return std::all_of(keys.begin(), keys.end(), [](const TavColumn& key) { return key.getEntities().empty(); });
 }
