@@ -243,13 +243,8 @@ void writeLegacyFilter(Writer& out, const Filter& filter) {
 void writeLegacyAggregate(Writer& out, const TavColumnArray& keys) {
   const bool connIdPair =
       keys.size() == 2 && (keys[0].getValueType() == TAV_CONNID || keys[1].getValueType() == TAV_CONNID);
-  out << legacyOptionWord(LEGACY_AGGREGATE) << ' ';
-  for (const Word<int>& letter : kLegacyAggregates) {
-    if ((letter.code == TAV_CONNID) == connIdPair) {
-      out << letter.text << ' ';
-      return;
-    }
-  }
+  out << legacyOptionWord(LEGACY_AGGREGATE) << ' ' << wordOf<int>(kLegacyAggregates, connIdPair ? TAV_CONNID : -1)
+      << ' ';
 }
 
 // "-y LETTER" for the first value column, when a letter describes it.
