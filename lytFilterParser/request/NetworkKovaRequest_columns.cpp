@@ -38,14 +38,10 @@ std::vector<int> NetworkKovaRequest::getKovaColumns(TavVersion version) const {
   if (version != 1 && version != 2) detail::fail("failed to map kova columns");
   result.push_back(2);
   if (values.empty()) return result;
-  const TavColumn& value = values[0];
-  switch (value.getAccType()) {
-    case TAV_ACC_NEW: result.push_back(7); break;
-    case TAV_ACC_RATE: result.push_back(value.getValueType() == TAV_PKT ? 5 : 4); break;
-    case TAV_ACC_CONCURRENT: result.push_back(6); break;
-    case TAV_ACC_LINEUTIL: result.push_back(6); break;
-    default: break;
-  }
+  const TavAccType acc = values[0].getAccType();
+  if (acc == TAV_ACC_NEW) result.push_back(7);
+  if (acc == TAV_ACC_RATE) result.push_back(values[0].getValueType() == TAV_PKT ? 5 : 4);
+  if (acc == TAV_ACC_CONCURRENT || acc == TAV_ACC_LINEUTIL) result.push_back(6);
   return result;
 }
 
