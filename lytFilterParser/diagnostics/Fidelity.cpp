@@ -176,8 +176,7 @@ class Comparison {
     const bool bothCompound = isCompound(*mine.node) && isCompound(theirs);
     if (bothCompound && childrenOf(*mine.node).size() > 1 && childrenOf(theirs).size() > 1 &&
         static_cast<const Filter*>(mine.node)->getOperator() != static_cast<const Filter&>(theirs).getOperator()) {
-      const std::string_view op =
-          wordOf<FilterOperator>(kFilterOperators, static_cast<const Filter&>(theirs).getOperator());
+      const std::string op = static_cast<const Filter&>(theirs).dumpOperator();
       // The operator word; for the root without one (an atom list), the filter options.
       const bool head = located && outline.nodes[mine.index].head.length > 0;
       add(Code::OperatorChanged, nodeSpan(mine.index, head), "the filter reads back joined by " + quoted(op));
