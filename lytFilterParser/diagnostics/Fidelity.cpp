@@ -12,6 +12,7 @@
 #include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/diagnostics/DiagnosticTable.h"
 #include "lytFilterParser/diagnostics/Reading.h"
+#include "lytFilterParser/diagnostics/RecordedRequest.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
@@ -408,9 +409,7 @@ std::vector<Diagnostic> fidelity(const std::string& text, const LYTKovaRequest& 
 }
 
 std::vector<Diagnostic> fidelity(const std::string& text, TavVersion peer) {
-  const detail::Reading reading = detail::readText(text, true, true);
-  if (!reading.request) return {};
-  return detail::compare(text, *reading.request, reading, true, peer);
+  return RecordedRequest(text).fidelity(peer);
 }
 
 }  // namespace lytFilterParser
