@@ -275,10 +275,11 @@ std::string legacyText(const NetworkKovaRequest& request) {
 // What a request writes for a peer it has no text for.
 constexpr const char* kUnsupportedPeer = "4.1 and under is not supported";
 
+// `object` as `writeObject` writes it.
 template <class T>
-std::string text(const T& object) {
+std::string text(const T& object, void (*writeObject)(Writer&, const T&) = write) {
   Writer out;
-  write(out, object);
+  writeObject(out, object);
   return out.finish();
 }
 
@@ -335,11 +336,7 @@ std::string TavColumn::dumpAccumulationMode() const { return detail::wordAndBlan
 
 std::string TavColumnArray::dump() const { return text(*this); }
 
-std::string NetworkKovaRequest::dumpSort() const {
-  detail::Writer out;
-  detail::writeSort(out, *this);
-  return out.finish();
-}
+std::string NetworkKovaRequest::dumpSort() const { return text(*this, detail::writeSort); }
 
 std::string NetworkKovaRequest::dump() const {
   detail::Writer out(detail::requestTextSize(*this));
