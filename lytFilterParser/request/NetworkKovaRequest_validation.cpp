@@ -219,11 +219,9 @@ bool Validator::isValid(NetworkKovaRequest& request, TavVersion version, std::st
         !checkValues(values, sessions, concurrent, error, blame) ||
         !checkView(found, keys, values.size(), request.sortType, request.sortIndex, error, blame) ||
         (request.maxUpdates > kMaxUpdatesLimit && (blame(Blame::MaxUpdates), !refuse(error, "Invalid maxUpdates"))) ||
-        !checkCombinations(found, keys, values, sessions, concurrent, error, blame)) {
-      return false;
-    }
-    if (version >= TAV_VERSION_UNSUPPORTED && version <= TAV_VERSION_LEGACY_2 &&
-        !checkLegacy(keys, values, error, blame)) {
+        !checkCombinations(found, keys, values, sessions, concurrent, error, blame) ||
+        (version >= TAV_VERSION_UNSUPPORTED && version <= TAV_VERSION_LEGACY_2 &&
+         !checkLegacy(keys, values, error, blame))) {
       return false;
     }
   }
