@@ -188,9 +188,8 @@ std::size_t filterTextSize(const Filter& filter) {
   walkFilter(
       filter, compound, [](const Filter&) { return true; },
       [&size](const AbstractFilter& node) {
-        const ContentFilter* content =
-            isExactly<ContentFilter>(node) ? static_cast<const ContentFilter*>(&node) : nullptr;
-        size += content != nullptr ? 32 + entityTextSize(content->getEntities()) : 64;
+        const bool content = isExactly<ContentFilter>(node);
+        size += content ? 32 + entityTextSize(static_cast<const ContentFilter&>(node).getEntities()) : 64;
         return true;
       });
   return size;
