@@ -9,8 +9,6 @@
 
 namespace detail = lytFilterParser::detail;
 
-constexpr int kTypeCodes = 40;
-
 std::vector<std::string> NetworkKovaRequest::getKovaColumns() const {
   std::vector<std::string> positions;
   positions.reserve(keys.size() + values.size());
@@ -47,7 +45,7 @@ std::vector<int> NetworkKovaRequest::getKovaColumns(TavVersion version) const {
 
 bool NetworkKovaRequest::mapKovaColumn(std::vector<int>& positions) const {
   if (positions.size() != keys.size() + values.size()) return false;
-  std::size_t searchFrom[kTypeCodes] = {};
+  std::size_t searchFrom[detail::kTypeCodes] = {};
   std::vector<int> ordered;
   ordered.reserve(positions.size());
   for (const TavColumnArray* columns : {&keys, &values}) {
