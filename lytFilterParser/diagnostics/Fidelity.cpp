@@ -312,23 +312,18 @@ class Comparison {
   }
 
   void column(const TavColumn& mine, const TavColumn& theirs, const RecordColumn* place) {
-    const Span type = place ? place->type : whole();
-    Span mode = type;
-    Span options[COLUMN_OPTION_COUNT] = {type, type, type, type, type};
-    if (place != nullptr) {
-      for (std::uint32_t w = place->firstWord; w < place->firstWord + place->wordCount; ++w) {
-        const RecordWord& word = outline.words[w];
-        if (word.part == Part::Accumulation) mode = word.span;
-        if (word.part == Part::ColumnOption) options[word.option] = word.span;
-      }
-    }
+    // The last word of `part` (of column option `o`), else the column's type.
+    const auto last = [&](Part part, std::size_t o) {
+      return place ? columnWord(outline, *place, part, kLastWord, o) : whole();
+    };
     const std::string_view ownMode = accumulationWord(mine.getAccType());
     const std::string_view otherMode = accumulationWord(theirs.getAccType());
-    if (ownMode != otherMode) changed(Code::ModeChanged, mode, ownMode, otherMode);
+    if (ownMode != otherMode) changed(Code::ModeChanged, last(Part::Accumulation, 0), ownMode, otherMode);
     for (int o = 0; o < COLUMN_OPTION_COUNT; ++o) {
       const int own = mine.getColumnFilter().option(TavColumnFilter::Option(o));
       const int other = theirs.getColumnFilter().option(TavColumnFilter::Option(o));
-      if (own != other) changed(Code::OptionChanged, options[o], columnOptionWord(o, own), columnOptionWord(o, other));
+      if (own != other)
+        changed(Code::OptionChanged, last(Part::ColumnOption, o), columnOptionWord(o, own), columnOptionWord(o, other));
     }
     items(itemsOf(mine.getEntities()), itemsOf(theirs.getEntities()), nameSpans(place), place ? place->whole : whole());
   }

@@ -30,6 +30,10 @@ std::vector<Diagnostic> compare(const std::string& text, const LYTKovaRequest& r
                                 bool located, TavVersion peer);
 // The place of the item validation blamed.
 Span blamedPlace(const Record& record, const Blame& blame);
+// Word `nth` (or the last, kLastWord) of `part` in `column`, else the
+// column's type. A column option's word counts only for its own `option`.
+constexpr std::size_t kLastWord = static_cast<std::size_t>(-1);
+Span columnWord(const Record& outline, const RecordColumn& column, Part part, std::size_t nth, std::size_t option);
 
 // Reads `text` with its record; true when `request` is what the reader
 // makes of it (the same filter tree shape, columns and name counts), so
