@@ -380,8 +380,7 @@ class Comparison {
 
 // The comparison of `request` with what its text for `peer` reads back as;
 // `reading` holds the record of the text (its places when `located`).
-std::vector<Diagnostic> compare(const std::string& /*the record's text*/, const LYTKovaRequest& request,
-                                const Reading& reading, bool located, TavVersion peer) {
+std::vector<Diagnostic> compare(const LYTKovaRequest& request, const Reading& reading, bool located, TavVersion peer) {
   Findings found;
   if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
     Comparison(reading.record, located, peer, found).network(*network);
@@ -400,7 +399,7 @@ std::vector<Diagnostic> fidelity(const std::string& text, const LYTKovaRequest& 
   detail::Reading reading;
   const bool located = network == nullptr || detail::recordFor(text, *network, reading);
   if (network == nullptr) reading = detail::readText(text, true, true);
-  return detail::compare(text, request, reading, located, peer);
+  return detail::compare(request, reading, located, peer);
 }
 
 std::vector<Diagnostic> fidelity(const std::string& text, TavVersion peer) {

@@ -26,8 +26,7 @@ Refusal refusalAt(std::string message, Span at, WordKinds expected, std::string_
 // What lint, fidelity and validate find in a reading with its record (the
 // public functions of the same names read the text first).
 std::vector<Diagnostic> lintReading(const Reading& reading);
-std::vector<Diagnostic> compare(const std::string& text, const LYTKovaRequest& request, const Reading& reading,
-                                bool located, TavVersion peer);
+std::vector<Diagnostic> compare(const LYTKovaRequest& request, const Reading& reading, bool located, TavVersion peer);
 // The place of the item validation blamed.
 Span blamedPlace(const Record& record, const Blame& blame);
 // Word `nth` (or the last, kLastWord) of `part` in `column`, else the
