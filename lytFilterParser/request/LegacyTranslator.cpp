@@ -8,6 +8,20 @@ namespace lytFilterParser {
 namespace detail {
 namespace {
 
+// The filter words of the legacy syntax, gathered from the value-type table
+// when the library is compiled: every skipped token is compared with these
+// few words only.
+struct LegacyFilterWords {
+  std::string_view words[sizeof kValueTypes / sizeof kValueTypes[0]] = {};
+  std::size_t count = 0;
+  constexpr LegacyFilterWords() {
+    for (const ValueTypeRow& row : kValueTypes) {
+      if ((row.places & kLegacyFilter) != 0) words[count++] = row.keyword;
+    }
+  }
+};
+constexpr LegacyFilterWords kLegacyFilterWords;
+
 // The translation of one token sequence: a cursor over the legacy tokens
 // and the words written so far. Each option has one step; a step starts on
 // the option's token, leaves the cursor on the next token to look at, and
@@ -160,8 +174,10 @@ class Translation {
   }
 
   static bool isContentFilterWord(std::string_view word) {
-    const ValueTypeRow* row = findValueType(word);
-    return row != nullptr && (row->places & kLegacyFilter) != 0;
+    for (std::size_t i = 0; i < kLegacyFilterWords.count; ++i) {
+      if (sameWord(word, kLegacyFilterWords.words[i])) return true;
+    }
+    return false;
   }
 
   // A filter word and its list; any other word is skipped.
