@@ -704,9 +704,7 @@ void ContentFilterBase::parse(strList& tokens, strIter& cur) {
   parseEntities(tokens, cur);
 }
 
-Filter::Filter(strList& tokens, strIter& cur) : AbstractFilter(0), filterOperator(FILTER_AND) {
-  must(&Reader::compound<strList>, *this, tokens, cur);
-}
+Filter::Filter(strList& tokens, strIter& cur) : Filter() { parse(tokens, cur); }
 
 void Filter::parse(strList& tokens, strIter& cur) { must(&Reader::compound<strList>, *this, tokens, cur); }
 
