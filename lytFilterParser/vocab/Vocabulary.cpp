@@ -137,19 +137,17 @@ void addLegacySyntax(Builder& list) {
   }
 }
 
-const Builder& built() {
+}  // namespace
+
+const std::vector<Word>& vocabulary() {
   static const Builder list = [] {
     Builder made;
     addCurrentSyntax(made);
     addLegacySyntax(made);
     return made;
   }();
-  return list;
+  return list.words;
 }
-
-}  // namespace
-
-const std::vector<Word>& vocabulary() { return built().words; }
 
 std::string_view wordKindName(WordKind kind) {
   switch (kind) {
