@@ -37,11 +37,7 @@ std::string_view directionWord(TavFilterDirType direction) {
   return direction == TAV_DIR_BOTH ? std::string_view() : wordOf<int>(kDirections, direction);
 }
 
-void write(Writer& out, const InterfaceInfo& item) {
-  out << item.getName();
-  const std::string_view direction = directionWord(item.getDirection());
-  if (!direction.empty()) out << kDirectionSeparator << direction;
-}
+void write(Writer& out, const InterfaceInfo& item) { out << item.getName() << item.dumpDirection(); }
 
 // " item " for every item.
 void write(Writer& out, const InterfaceInfoList& items) {
