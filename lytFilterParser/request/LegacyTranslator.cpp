@@ -272,14 +272,10 @@ class Translation {
     ++cur;
     if (negated) emit(kNegationWords[0].text);
     if (cur == end) return refuse(faultText);
-    skipBracket();
-    return true;
-  }
-
-  // The word where a filter's "[" stands, whatever it is.
-  void skipBracket() {
+    // The word where the filter's "[" stands is passed, whatever it is.
     if (trace != nullptr && !isChar(*cur, kOpenBracket)) note(LegacyEvent::BracketSkipped, here());
     ++cur;
+    return true;
   }
 
   // Whether the cursor stands on a legacy filter as the legacy writer

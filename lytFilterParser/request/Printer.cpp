@@ -173,26 +173,21 @@ std::size_t entityTextSize(const TavEntityArray& entities) {
   return size;
 }
 
-// An upper estimate of the filter tree's text, so that writing a large
-// request fills one buffer instead of regrowing it.
-std::size_t filterTextSize(const Filter& filter) {
-  std::size_t size = 16;
+// An upper estimate of the request's text, so that writing a large request
+// fills one buffer instead of regrowing it.
+std::size_t requestTextSize(const NetworkKovaRequest& request) {
+  std::size_t size = 80;
   const auto compound = [&size](const Filter&) {
     size += 16;
     return true;
   };
   walkFilter(
-      filter, compound, [](const Filter&) { return true; },
+      request.getFilter(), compound, [](const Filter&) { return true; },
       [&size](const AbstractFilter& node) {
         const bool content = isExactly<ContentFilter>(node);
         size += content ? 32 + entityTextSize(static_cast<const ContentFilter&>(node).getEntities()) : 64;
         return true;
       });
-  return size;
-}
-
-std::size_t requestTextSize(const NetworkKovaRequest& request) {
-  std::size_t size = 64 + filterTextSize(request.getFilter());
   for (const TavColumnArray* columns : {&request.getKeys(), &request.getValues()}) {
     for (const TavColumn& column : *columns) size += 96 + entityTextSize(column.getEntities());
   }
