@@ -229,36 +229,26 @@ void writeLegacyFilter(Writer& out, const Filter& filter) {
   out << kCloseBracket << kCloseBracket << ' ';
 }
 
-// "-a i" when the request pairs a key with a connection-id key, else "-a a".
-void writeLegacyAggregate(Writer& out, const TavColumnArray& keys) {
+// The filter list, "-a i" when the request pairs a key with a connection-id
+// key (else "-a a"), "-y LETTER" for the first value column when a letter
+// describes it, "-g WORD" for the first key (the top form when it has no
+// entities) and its entities.
+std::string legacyText(const NetworkKovaRequest& request) {
+  const TavColumnArray& keys = request.getKeys();
+  const TavColumnArray& values = request.getValues();
+  Writer out(128);
+  writeLegacyFilter(out, request.getFilter());
   const bool connIdPair =
       keys.size() == 2 && (keys[0].getValueType() == TAV_CONNID || keys[1].getValueType() == TAV_CONNID);
   out << legacyOptionWord(LEGACY_AGGREGATE) << ' ' << wordOf<int>(kLegacyAggregates, connIdPair ? TAV_CONNID : -1)
       << ' ';
-}
-
-// "-y LETTER" for the first value column, when a letter describes it.
-void writeLegacyValue(Writer& out, const TavColumnArray& values) {
-  if (values.empty()) return;
-  const LegacyValue* letter = legacyValueWritten(values[0].getValueType(), values[0].getAccType());
+  const LegacyValue* letter =
+      values.empty() ? nullptr : legacyValueWritten(values[0].getValueType(), values[0].getAccType());
   if (letter != nullptr) out << legacyOptionWord(LEGACY_VALUE) << ' ' << letter->letter << ' ';
-}
-
-// "-g WORD" for the first key (the top form when it has no entities), then its entities.
-void writeLegacyGroup(Writer& out, const TavColumnArray& keys) {
-  if (keys.empty()) return;
-  const TavColumn& key = keys[0];
-  const std::string_view group = legacyGroupWord(key.getValueType(), key.getEntities().empty());
+  if (keys.empty()) return out.finish();
+  const std::string_view group = legacyGroupWord(keys[0].getValueType(), keys[0].getEntities().empty());
   if (!group.empty()) out << legacyOptionWord(LEGACY_GROUP) << ' ' << group << ' ';
-  write(out, key.getEntities());
-}
-
-std::string legacyText(const NetworkKovaRequest& request) {
-  Writer out(128);
-  writeLegacyFilter(out, request.getFilter());
-  writeLegacyAggregate(out, request.getKeys());
-  writeLegacyValue(out, request.getValues());
-  writeLegacyGroup(out, request.getKeys());
+  write(out, keys[0].getEntities());
   return out.finish();
 }
 
