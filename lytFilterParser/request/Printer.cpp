@@ -218,26 +218,21 @@ void writeLegacyAtom(Writer& out, const AtomFilter& atom) {
 }
 
 // "-filter [ and [" with the root's atoms (nested compound filters are not
-// written), then "]] ".
-void writeLegacyFilter(Writer& out, const Filter& filter) {
-  out << legacyOptionWord(LEGACY_FILTER) << ' ' << kOpenBracket << ' ' << operatorWord(FILTER_AND) << ' '
-      << kOpenBracket;
-  for (const std::unique_ptr<AbstractFilter>& child : filter.getChildren()) {
-    if (child->getIsAtom() == 0) continue;
-    if (const AtomFilter* atom = dynamic_cast<const AtomFilter*>(child.get())) writeLegacyAtom(out, *atom);
-  }
-  out << kCloseBracket << kCloseBracket << ' ';
-}
-
-// The filter list, "-a i" when the request pairs a key with a connection-id
-// key (else "-a a"), "-y LETTER" for the first value column when a letter
-// describes it, "-g WORD" for the first key (the top form when it has no
-// entities) and its entities.
+// written) and "]] ", "-a i" when the request pairs a key with a
+// connection-id key (else "-a a"), "-y LETTER" for the first value column
+// when a letter describes it, "-g WORD" for the first key (the top form when
+// it has no entities) and its entities.
 std::string legacyText(const NetworkKovaRequest& request) {
   const TavColumnArray& keys = request.getKeys();
   const TavColumnArray& values = request.getValues();
   Writer out(128);
-  writeLegacyFilter(out, request.getFilter());
+  out << legacyOptionWord(LEGACY_FILTER) << ' ' << kOpenBracket << ' ' << operatorWord(FILTER_AND) << ' '
+      << kOpenBracket;
+  for (const std::unique_ptr<AbstractFilter>& child : request.getFilter().getChildren()) {
+    if (child->getIsAtom() == 0) continue;
+    if (const AtomFilter* atom = dynamic_cast<const AtomFilter*>(child.get())) writeLegacyAtom(out, *atom);
+  }
+  out << kCloseBracket << kCloseBracket << ' ';
   const bool connIdPair =
       keys.size() == 2 && (keys[0].getValueType() == TAV_CONNID || keys[1].getValueType() == TAV_CONNID);
   out << legacyOptionWord(LEGACY_AGGREGATE) << ' ' << wordOf<int>(kLegacyAggregates, connIdPair ? TAV_CONNID : -1)
