@@ -4,8 +4,6 @@
 // and, when asked, the item it blames.
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 
-#include <utility>
-
 #include "lytFilterParser/filter/FilterVisit.h"
 #include "lytFilterParser/request/Validator.h"
 #include "lytFilterParser/vocab/Syntax.h"
@@ -50,7 +48,7 @@ bool refuse(std::string& error, const char* head, TavValType type) {
 // What the key columns hold, for the checks that look at keys and values together.
 struct Keys {
   std::size_t entries = 0;  // entities of every key
-  int needsSession = 0;
+  int qsrule = 0, connId = 0, interfaces = 0, pktRange = 0, needsSession = 0;
 };
 
 // The first key of `type`.
@@ -76,6 +74,10 @@ bool checkKeys(const TavColumnArray& keys, Keys& found, std::string& error, Culp
       return blame(Blame::KeyColumn, position), refuse(error, "Number of entries for each key must be equal");
     if (!hasPlace(type, place::kAsKey))
       return blame(Blame::KeyType, position), refuse(error, "Invalid type for key: ", type);
+    found.qsrule += type == TAV_QSRULE;
+    found.connId += type == TAV_CONNID;
+    found.interfaces += type == TAV_INTERFACE;
+    found.pktRange += type == TAV_PKTRANGE;
     found.needsSession += hasPlace(type, place::kNeedsSessionValues);
     // A second first-only key stands after the first key and is refused
     // here, so "Can't use more than ones of the following keys (IP, Tunnel)"
@@ -129,29 +131,25 @@ bool checkView(const Keys& keys, const TavColumnArray& keyColumns, std::size_t v
     if (sortType == TAV_SORT_NONE) sortType = TAV_SORT_TOP;
     if (sortIndex < 1 || static_cast<std::size_t>(sortIndex) > valueCount)
       return blame(Blame::SortIndex), refuse(error, "Invalid Sort index");
-    const std::size_t range = keyOfType(keyColumns, TAV_PKTRANGE);
-    if (range < keyColumns.size())
-      return blame(Blame::KeyType, range),
-             refuse(error, "Packet size distribution key must followed by ranges entities");
+    if (keys.pktRange > 0) {
+      blame(Blame::KeyType, keyOfType(keyColumns, TAV_PKTRANGE));
+      return refuse(error, "Packet size distribution key must followed by ranges entities");
+    }
   } else if (keys.entries > kMaxEntriesPerKey) {
     return blame(Blame::KeyName, kMaxEntriesPerKey), refuse(error, "Number of entries reach the max number");
   }
   return true;
 }
 
-// The key types a view of concurrent connections is not grouped by, in the
-// order they are refused.
-constexpr std::pair<TavValType, const char*> kNotWithConcurrent[] = {
-    {TAV_CONNID, "Can't use Concurrent Connections with Individual views"},
-    {TAV_QSRULE, "Can't use Concurrent Connections views with QS rules"},
-    {TAV_INTERFACE, "Can't use Concurrent Connections views with Interface"},
-};
-
 bool checkCombinations(const Keys& found, const TavColumnArray& keys, const TavColumnArray& values, int sessions,
                        int concurrent, std::string& error, Culprit blame) {
-  for (const auto& [type, message] : kNotWithConcurrent) {
-    const std::size_t k = concurrent > 0 ? keyOfType(keys, type) : keys.size();
-    if (k < keys.size()) return blame(Blame::KeyType, k), refuse(error, message);
+  if (concurrent > 0) {
+    const char* message = found.connId > 0       ? "Can't use Concurrent Connections with Individual views"
+                          : found.qsrule > 0     ? "Can't use Concurrent Connections views with QS rules"
+                          : found.interfaces > 0 ? "Can't use Concurrent Connections views with Interface"
+                                                 : nullptr;
+    const TavValType culprit = found.connId > 0 ? TAV_CONNID : found.qsrule > 0 ? TAV_QSRULE : TAV_INTERFACE;
+    if (message != nullptr) return blame(Blame::KeyType, keyOfType(keys, culprit)), refuse(error, message);
   }
   for (std::size_t k = 0; sessions > 0 && k < keys.size(); ++k) {
     if (hasPlace(keys[k].getValueType(), place::kNotWithSession)) {

@@ -37,7 +37,11 @@ std::string_view directionWord(TavFilterDirType direction) {
   return direction == TAV_DIR_BOTH ? std::string_view() : wordOf<int>(kDirections, direction);
 }
 
-void write(Writer& out, const InterfaceInfo& item) { out << item.getName() << item.dumpDirection(); }
+void write(Writer& out, const InterfaceInfo& item) {
+  out << item.getName();
+  const std::string_view direction = directionWord(item.getDirection());
+  if (!direction.empty()) out << kDirectionSeparator << direction;
+}
 
 // " item " for every item.
 void write(Writer& out, const InterfaceInfoList& items) {
