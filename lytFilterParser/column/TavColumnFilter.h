@@ -30,11 +30,15 @@ class LFP_API TavColumnFilter {
   // The options that restrict anything, each followed by a blank.
   std::string dump() const;
 
-  int getEncryptionMode() const { return encryptionMode; }
-  int getCompressionMode() const { return compressionMode; }
-  int getDirection() const { return direction; }
-  int getCitrixPrintMode() const { return citrixPrintMode; }
-  int getUrlMode() const { return urlMode; }
+  // The options in the order they are written: direction, encryption,
+  // compression, citrix print, url mode.
+  enum Option { DIRECTION, ENCRYPTION, COMPRESSION, CITRIX_PRINT, URL_MODE, OPTION_COUNT };
+  int option(Option o) const { return options[o]; }
+  int getEncryptionMode() const { return options[ENCRYPTION]; }
+  int getCompressionMode() const { return options[COMPRESSION]; }
+  int getDirection() const { return options[DIRECTION]; }
+  int getCitrixPrintMode() const { return options[CITRIX_PRINT]; }
+  int getUrlMode() const { return options[URL_MODE]; }
   // True when any of encryption, compression, direction or citrix-print
   // differs from "both".
   bool restrictsTraffic() const;
@@ -42,11 +46,7 @@ class LFP_API TavColumnFilter {
  private:
   friend struct lytFilterParser::detail::Reader;
 
-  int encryptionMode = BOTH;
-  int compressionMode = BOTH;
-  int direction = BOTH;
-  int citrixPrintMode = BOTH;
-  int urlMode = URL_FULL;
+  int options[OPTION_COUNT] = {BOTH, BOTH, BOTH, BOTH, URL_FULL};
 };
 
 #endif

@@ -41,11 +41,7 @@ class Writer {
   Writer& operator<<(int value) {
     char digits[16];
     const std::to_chars_result written = std::to_chars(digits, digits + sizeof digits, value);
-    const std::size_t n = static_cast<std::size_t>(written.ptr - digits);
-    if (static_cast<std::size_t>(end - pos) < n) grow(n);
-    std::memcpy(pos, digits, n);
-    pos += n;
-    return *this;
+    return *this << std::string_view(digits, static_cast<std::size_t>(written.ptr - digits));
   }
 
   // The text written so far; the writer is spent.

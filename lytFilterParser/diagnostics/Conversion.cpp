@@ -16,10 +16,6 @@ namespace lytFilterParser {
 namespace detail {
 namespace {
 
-bool isLegacy(TavVersion peer) { return peer == TAV_VERSION_LEGACY_1 || peer == TAV_VERSION_LEGACY_2; }
-
-std::string_view textOf(std::string_view line, Span span) { return line.substr(span.start, span.length); }
-
 constexpr char kPassed[] = " follows a plain group, after which the line is read as the current syntax: ";
 
 // What a decision of the translation about `word` means for the converted
@@ -115,7 +111,7 @@ Conversion convertWithDiagnostics(const std::string& line, TavVersion peer) {
   Conversion conversion;
   std::string error;
   conversion.request = LYTKovaRequest::convert(line, peer, error);
-  if (!isLegacy(peer)) {
+  if (peer != TAV_VERSION_LEGACY_1 && peer != TAV_VERSION_LEGACY_2) {
     if (!error.empty()) conversion.refusal = otherRefusal(line, peer, error);
     return conversion;
   }
@@ -131,7 +127,7 @@ Conversion convertWithDiagnostics(const std::string& line, TavVersion peer) {
   }
   Findings found;
   for (const LegacyEvent& event : trace.events) {
-    const std::string_view word = textOf(line, event.span);
+    const std::string_view word = std::string_view(line).substr(event.span.start, event.span.length);
     std::pair<Code, std::string> said = meaning(word, event);
     found.add(said.first, event.span, quoted(word) + said.second);
   }

@@ -1,8 +1,8 @@
 #include "lytFilterParser/diagnostics/Fidelity.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
+#include <map>
 #include <string_view>
 #include <typeinfo>
 #include <unordered_map>
@@ -12,6 +12,7 @@
 #include "lytFilterParser/detail/TokenSequence.h"
 #include "lytFilterParser/diagnostics/DiagnosticTable.h"
 #include "lytFilterParser/diagnostics/Reading.h"
+#include "lytFilterParser/diagnostics/RecordedRequest.h"
 #include "lytFilterParser/filter/ContentFilterBase.h"
 #include "lytFilterParser/filter/Filter.h"
 #include "lytFilterParser/filter/InterfaceAtomFilter.h"
@@ -65,11 +66,6 @@ int signature(const AbstractFilter& node) {
   const auto* atom = dynamic_cast<const AtomFilter*>(&node);
   const int kind = dynamic_cast<const InterfaceAtomFilter*>(&node) != nullptr ? 1 : 0;
   return atom == nullptr ? -2 : kind * 1000 + static_cast<int>(atom->getFilterType());
-}
-
-// The column options' values, in the order of kColumnOptions.
-std::array<int, COLUMN_OPTION_COUNT> optionValues(const TavColumnFilter& f) {
-  return {f.getDirection(), f.getEncryptionMode(), f.getCompressionMode(), f.getCitrixPrintMode(), f.getUrlMode()};
 }
 
 std::string peerName(TavVersion peer) { return "peer " + std::to_string(static_cast<int>(peer)); }
@@ -181,8 +177,7 @@ class Comparison {
     const bool bothCompound = isCompound(*mine.node) && isCompound(theirs);
     if (bothCompound && childrenOf(*mine.node).size() > 1 && childrenOf(theirs).size() > 1 &&
         static_cast<const Filter*>(mine.node)->getOperator() != static_cast<const Filter&>(theirs).getOperator()) {
-      const std::string_view op =
-          wordOf<FilterOperator>(kFilterOperators, static_cast<const Filter&>(theirs).getOperator());
+      const std::string op = static_cast<const Filter&>(theirs).dumpOperator();
       // The operator word; for the root without one (an atom list), the filter options.
       const bool head = located && outline.nodes[mine.index].head.length > 0;
       add(Code::OperatorChanged, nodeSpan(mine.index, head), "the filter reads back joined by " + quoted(op));
@@ -248,27 +243,21 @@ class Comparison {
       return;
     }
     // A name given several times pairs in order: the n-th of mine with the
-    // n-th of theirs (the same on every standard library, unlike a hash
-    // multimap's order of equal keys).
-    std::vector<std::pair<std::string_view, std::size_t>> byName;
-    for (std::size_t k = 0; k < theirs.size(); ++k) byName.emplace_back(theirs[k].name, k);
-    std::sort(byName.begin(), byName.end());
-    std::vector<std::size_t> next(byName.size());  // at a name's first entry: its next unpaired entry
-    for (std::size_t i = 0; i < next.size(); ++i) next[i] = i;
+    // n-th of theirs (an ordered multimap keeps equal keys in the order they
+    // were added, on every standard library, unlike a hash multimap).
+    std::multimap<std::string_view, std::size_t> byName;
+    for (std::size_t k = 0; k < theirs.size(); ++k) byName.emplace(theirs[k].name, k);
     std::vector<bool> paired(theirs.size(), false);
     for (std::size_t k = 0; k < mine.size(); ++k) {
-      const std::string_view name = mine[k].name;
-      const std::size_t first =
-          std::lower_bound(byName.begin(), byName.end(), std::make_pair(name, std::size_t{0})) - byName.begin();
-      const std::size_t partner = first < next.size() ? next[first] : first;
-      if (partner == byName.size() || byName[partner].first != name) {
+      const auto partner = byName.lower_bound(mine[k].name);  // the first of its name
+      if (partner == byName.end() || partner->first != mine[k].name) {
         add(Code::ItemDropped, at(k), quoted(mine[k].shown) + " is lost");
         continue;
       }
-      ++next[first];
-      const std::string& shown = theirs[byName[partner].second].shown;
+      const std::string& shown = theirs[partner->second].shown;
       if (shown != mine[k].shown) changed(Code::ItemChanged, at(k), mine[k].shown, shown);
-      paired[byName[partner].second] = true;
+      paired[partner->second] = true;
+      byName.erase(partner);
     }
     for (std::size_t k = 0; k < theirs.size(); ++k) {
       if (!paired[k]) add(Code::ItemAdded, place(owner), quoted(theirs[k].shown) + " is gained");
@@ -323,24 +312,18 @@ class Comparison {
   }
 
   void column(const TavColumn& mine, const TavColumn& theirs, const RecordColumn* place) {
-    const Span type = place ? place->type : whole();
-    Span mode = type;
-    Span options[COLUMN_OPTION_COUNT] = {type, type, type, type, type};
-    if (place != nullptr) {
-      for (std::uint32_t w = place->firstWord; w < place->firstWord + place->wordCount; ++w) {
-        const RecordWord& word = outline.words[w];
-        if (word.part == Part::Accumulation) mode = word.span;
-        if (word.part == Part::ColumnOption) options[word.option] = word.span;
-      }
-    }
+    // The last word of `part` (of column option `o`), else the column's type.
+    const auto last = [&](Part part, std::size_t o) {
+      return place ? columnWord(outline, *place, part, kLastWord, o) : whole();
+    };
     const std::string_view ownMode = accumulationWord(mine.getAccType());
     const std::string_view otherMode = accumulationWord(theirs.getAccType());
-    if (ownMode != otherMode) changed(Code::ModeChanged, mode, ownMode, otherMode);
-    const auto own = optionValues(mine.getColumnFilter());
-    const auto other = optionValues(theirs.getColumnFilter());
-    for (std::size_t o = 0; o < COLUMN_OPTION_COUNT; ++o) {
-      if (own[o] != other[o])
-        changed(Code::OptionChanged, options[o], columnOptionWord(o, own[o]), columnOptionWord(o, other[o]));
+    if (ownMode != otherMode) changed(Code::ModeChanged, last(Part::Accumulation, 0), ownMode, otherMode);
+    for (int o = 0; o < COLUMN_OPTION_COUNT; ++o) {
+      const int own = mine.getColumnFilter().option(TavColumnFilter::Option(o));
+      const int other = theirs.getColumnFilter().option(TavColumnFilter::Option(o));
+      if (own != other)
+        changed(Code::OptionChanged, last(Part::ColumnOption, o), columnOptionWord(o, own), columnOptionWord(o, other));
     }
     items(itemsOf(mine.getEntities()), itemsOf(theirs.getEntities()), nameSpans(place), place ? place->whole : whole());
   }
@@ -397,8 +380,7 @@ class Comparison {
 
 // The comparison of `request` with what its text for `peer` reads back as;
 // `reading` holds the record of the text (its places when `located`).
-std::vector<Diagnostic> compare(const std::string& /*the record's text*/, const LYTKovaRequest& request,
-                                const Reading& reading, bool located, TavVersion peer) {
+std::vector<Diagnostic> compare(const LYTKovaRequest& request, const Reading& reading, bool located, TavVersion peer) {
   Findings found;
   if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
     Comparison(reading.record, located, peer, found).network(*network);
@@ -417,13 +399,11 @@ std::vector<Diagnostic> fidelity(const std::string& text, const LYTKovaRequest& 
   detail::Reading reading;
   const bool located = network == nullptr || detail::recordFor(text, *network, reading);
   if (network == nullptr) reading = detail::readText(text, true, detail::Keep::RequestAndRecord);
-  return detail::compare(text, request, reading, located, peer);
+  return detail::compare(request, reading, located, peer);
 }
 
 std::vector<Diagnostic> fidelity(const std::string& text, TavVersion peer) {
-  const detail::Reading reading = detail::readText(text, true, detail::Keep::RequestAndRecord);
-  if (!reading.request) return {};
-  return detail::compare(text, *reading.request, reading, true, peer);
+  return RecordedRequest(text).fidelity(peer);
 }
 
 }  // namespace lytFilterParser

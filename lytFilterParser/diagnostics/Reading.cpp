@@ -8,16 +8,14 @@ namespace lytFilterParser {
 namespace detail {
 namespace {
 
-std::size_t nameCount(const Record& record, std::uint32_t first, std::uint32_t count) {
-  std::size_t names = 0;
-  for (std::uint32_t w = first; w < first + count; ++w) names += record.words[w].part == Part::Name;
-  return names;
-}
-
+// The same number of columns, and of names in each.
 bool columnsMatch(const Record& record, const RecordColumns& columns, const TavColumnArray& made) {
   if (columns.size() != made.size()) return false;
   for (std::size_t c = 0; c < columns.size(); ++c) {
-    if (nameCount(record, columns[c].firstWord, columns[c].wordCount) != made[c].getEntities().size()) return false;
+    std::size_t names = 0;
+    for (std::uint32_t w = columns[c].firstWord; w < columns[c].firstWord + columns[c].wordCount; ++w)
+      names += record.words[w].part == Part::Name;
+    if (names != made[c].getEntities().size()) return false;
   }
   return true;
 }

@@ -26,10 +26,13 @@ Refusal refusalAt(std::string message, Span at, WordKinds expected, std::string_
 // What lint, fidelity and validate find in a reading with its record (the
 // public functions of the same names read the text first).
 std::vector<Diagnostic> lintReading(const Reading& reading);
-std::vector<Diagnostic> compare(const std::string& text, const LYTKovaRequest& request, const Reading& reading,
-                                bool located, TavVersion peer);
+std::vector<Diagnostic> compare(const LYTKovaRequest& request, const Reading& reading, bool located, TavVersion peer);
 // The place of the item validation blamed.
 Span blamedPlace(const Record& record, const Blame& blame);
+// Word `nth` (or the last, kLastWord) of `part` in `column`, else the
+// column's type. A column option's word counts only for its own `option`.
+constexpr std::size_t kLastWord = static_cast<std::size_t>(-1);
+Span columnWord(const Record& outline, const RecordColumn& column, Part part, std::size_t nth, std::size_t option);
 
 // Reads `text` with its record; true when `request` is what the reader
 // makes of it (the same filter tree shape, columns and name counts), so

@@ -35,11 +35,11 @@ std::vector<Diagnostic> RecordedRequest::lint() const { return detail::lintReadi
 
 std::vector<Diagnostic> RecordedRequest::fidelity(TavVersion peer) const {
   if (!state->reading.request) return {};
-  return detail::compare(state->text, *state->reading.request, state->reading, true, peer);
+  return detail::compare(*state->reading.request, state->reading, true, peer);
 }
 
 std::vector<Diagnostic> RecordedRequest::fidelity(const LYTKovaRequest& completed, TavVersion peer) const {
-  return detail::compare(state->text, completed, state->reading, true, peer);
+  return detail::compare(completed, state->reading, true, peer);
 }
 
 std::optional<Refusal> RecordedRequest::validate(TavVersion peer) const {

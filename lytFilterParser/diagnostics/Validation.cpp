@@ -17,23 +17,10 @@ Span column(const Record& outline, const RecordColumns& columns, std::size_t c, 
   return type ? columns[c].type : columns[c].whole;
 }
 
-constexpr std::size_t kLast = static_cast<std::size_t>(-1);
-
-// Word `nth` (or the last) of `part` in column `c`, else the column's type.
-// A column option's word counts only for its own option.
+// The same in column `c`; the whole text when there is no such column.
 Span columnWord(const Record& outline, const RecordColumns& columns, std::size_t c, Part part, std::size_t nth,
                 std::size_t option = 0) {
-  if (c >= columns.size()) return whole(outline);
-  const RecordColumn& column = columns[c];
-  Span found = column.type;
-  std::size_t seen = 0;
-  for (std::uint32_t w = column.firstWord; w < column.firstWord + column.wordCount; ++w) {
-    const RecordWord& word = outline.words[w];
-    if (word.part != part || (part == Part::ColumnOption && word.option != option)) continue;
-    found = word.span;
-    if (seen++ == nth) return found;
-  }
-  return nth == kLast ? found : column.type;
+  return c < columns.size() ? columnWord(outline, columns[c], part, nth, option) : whole(outline);
 }
 
 // The last "index=" or "updates=" word of the last "-s", else that "-s".
@@ -51,6 +38,18 @@ Span sortWord(const Record& outline, Part part) {
 
 }  // namespace
 
+Span columnWord(const Record& outline, const RecordColumn& column, Part part, std::size_t nth, std::size_t option) {
+  Span found = column.type;
+  std::size_t seen = 0;
+  for (std::uint32_t w = column.firstWord; w < column.firstWord + column.wordCount; ++w) {
+    const RecordWord& word = outline.words[w];
+    if (word.part != part || (part == Part::ColumnOption && word.option != option)) continue;
+    found = word.span;
+    if (seen++ == nth) return found;
+  }
+  return nth == kLastWord ? found : column.type;
+}
+
 // The place of the item validation blamed, found in the outline of the text.
 Span blamedPlace(const Record& outline, const Blame& blame) {
   switch (blame.item) {
@@ -60,10 +59,10 @@ Span blamedPlace(const Record& outline, const Blame& blame) {
     case Blame::KeyName: return columnWord(outline, outline.keys, 0, Part::Name, blame.index);
     case Blame::ValueColumn: return column(outline, outline.values, blame.index, false);
     case Blame::ValueType: return column(outline, outline.values, blame.index, true);
-    case Blame::ValueMode: return columnWord(outline, outline.values, blame.index, Part::Accumulation, kLast);
+    case Blame::ValueMode: return columnWord(outline, outline.values, blame.index, Part::Accumulation, kLastWord);
     case Blame::ValueNames: return columnWord(outline, outline.values, blame.index, Part::Name, 0);
     case Blame::ValueOption:
-      return columnWord(outline, outline.values, blame.index, Part::ColumnOption, kLast, blame.option);
+      return columnWord(outline, outline.values, blame.index, Part::ColumnOption, kLastWord, blame.option);
     case Blame::SortIndex: return sortWord(outline, Part::Index);
     case Blame::MaxUpdates: return sortWord(outline, Part::Updates);
     case Blame::FilterAtom:

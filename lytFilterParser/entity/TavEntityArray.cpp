@@ -1,5 +1,7 @@
 #include "lytFilterParser/entity/TavEntityArray.h"
 
+#include <tuple>
+
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/detail/Unordered.h"
 
@@ -11,8 +13,7 @@ TavEntityArray::TavEntityArray(strList& tokens) {
 bool TavEntityArray::operator==(const TavEntityArray& other) const {
   if (entities.size() != other.entities.size()) return false;
   return lytFilterParser::detail::everyItemIn(entities, other.entities, [](const TavEntity& a, const TavEntity& b) {
-    const int order = a.getName().compare(b.getName());
-    return order != 0 ? order < 0 : a.getResolvedName() < b.getResolvedName();
+    return std::tie(a.getName(), a.getResolvedName()) < std::tie(b.getName(), b.getResolvedName());
   });
 }
 

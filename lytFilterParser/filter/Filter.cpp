@@ -48,7 +48,6 @@ Filter& Filter::operator=(const Filter& other) {
   // apart from the operator; a filter assigned to itself keeps no children.
   Children copied;
   if (this != &other) copied = std::move(Filter(other).children);
-  deleteFilterList();
   children = std::move(copied);
   return *this;
 }

@@ -1,13 +1,10 @@
 #include "lytFilterParser/request/LYTKovaRequest.h"
 
-#include <memory>
 #include <string_view>
 #include <utility>
 
-#include "lytFilterParser/request/E2EKovaRequest.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/request/Reader.h"
-#include "lytFilterParser/vocab/Syntax.h"
 
 LYTKovaRequest::~LYTKovaRequest() = default;
 
@@ -20,20 +17,9 @@ LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::
   // Read in place: no token list is built, the text is only looked at. The
   // reader reports a fault by its result, so a refused request throws
   // nothing here.
-  lytFilterParser::detail::TextTokens tokens(text);
-  auto cur = tokens.begin();
-  if (cur == tokens.end()) return nullptr;
-  lytFilterParser::detail::Reader reader;
-  if (*cur == lytFilterParser::detail::kVirtualLinkWord) {
-    ++cur;
-    std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
-    if (reader.virtualLink(*request, tokens, cur)) return request.release();
-  } else {
-    std::unique_ptr<NetworkKovaRequest> request(new NetworkKovaRequest());
-    if (reader.request(*request, tokens, cur)) return request.release();
-  }
-  error = std::move(reader.fault);
-  return nullptr;
+  lytFilterParser::detail::Reading reading = lytFilterParser::detail::readText(text, true);
+  if (!reading.fault.empty()) error = std::move(reading.fault);
+  return reading.request.release();
 }
 
 std::string LYTKovaRequest::convert(const std::string& text, TavVersion version, std::string& error) {

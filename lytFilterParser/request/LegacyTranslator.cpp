@@ -156,6 +156,11 @@ class Translation {
       return true;
     }
     for (const Word<int>& letter : kLegacyAggregates) {
+      // The letters the legacy writer writes for no connection id are passed over quietly.
+      if (letter.code < 0 && trace != nullptr && *cur == letter.text) {
+        ++cur;
+        return true;
+      }
       if (letter.code >= 0 && firstChar(*cur) == letter.text[0]) {
         if (trace != nullptr) noteLetter(option, LEGACY_AGGREGATE, aggregates > 0);
         ++aggregates;
@@ -163,15 +168,6 @@ class Translation {
         emit(optionWord(OPTION_KEY));
         emit(kValueTypes[letter.code].keyword);
         return true;
-      }
-    }
-    // The letters the legacy writer writes for no connection id are passed over quietly.
-    if (trace != nullptr) {
-      for (const Word<int>& letter : kLegacyAggregates) {
-        if (letter.code < 0 && *cur == letter.text) {
-          ++cur;
-          return true;
-        }
       }
     }
     return filterOrSkip();
@@ -276,14 +272,10 @@ class Translation {
     ++cur;
     if (negated) emit(kNegationWords[0].text);
     if (cur == end) return refuse(faultText);
-    skipBracket();
-    return true;
-  }
-
-  // The word where a filter's "[" stands, whatever it is.
-  void skipBracket() {
+    // The word where the filter's "[" stands is passed, whatever it is.
     if (trace != nullptr && !isChar(*cur, kOpenBracket)) note(LegacyEvent::BracketSkipped, here());
     ++cur;
+    return true;
   }
 
   // Whether the cursor stands on a legacy filter as the legacy writer

@@ -1,13 +1,13 @@
 // Mapping of a request's columns to the query interface's column catalogue.
 
+#include <algorithm>
+
 #include "lytFilterParser/detail/Text.h"
 #include "lytFilterParser/request/NetworkKovaRequest.h"
 #include "lytFilterParser/vocab/ColumnAllocation.h"
 #include "lytFilterParser/vocab/ColumnCatalogue.h"
 
 namespace detail = lytFilterParser::detail;
-
-constexpr int kTypeCodes = 40;
 
 std::vector<std::string> NetworkKovaRequest::getKovaColumns() const {
   std::vector<std::string> positions;
@@ -36,20 +36,16 @@ std::vector<int> NetworkKovaRequest::getKovaColumns(TavVersion version) const {
   if (version != 1 && version != 2) detail::fail("failed to map kova columns");
   result.push_back(2);
   if (values.empty()) return result;
-  const TavColumn& value = values[0];
-  switch (value.getAccType()) {
-    case TAV_ACC_NEW: result.push_back(7); break;
-    case TAV_ACC_RATE: result.push_back(value.getValueType() == TAV_PKT ? 5 : 4); break;
-    case TAV_ACC_CONCURRENT: result.push_back(6); break;
-    case TAV_ACC_LINEUTIL: result.push_back(6); break;
-    default: break;
-  }
+  const TavAccType acc = values[0].getAccType();
+  if (acc == TAV_ACC_NEW) result.push_back(7);
+  if (acc == TAV_ACC_RATE) result.push_back(values[0].getValueType() == TAV_PKT ? 5 : 4);
+  if (acc == TAV_ACC_CONCURRENT || acc == TAV_ACC_LINEUTIL) result.push_back(6);
   return result;
 }
 
 bool NetworkKovaRequest::mapKovaColumn(std::vector<int>& positions) const {
   if (positions.size() != keys.size() + values.size()) return false;
-  std::size_t searchFrom[kTypeCodes] = {};
+  std::size_t searchFrom[detail::kTypeCodes] = {};
   std::vector<int> ordered;
   ordered.reserve(positions.size());
   for (const TavColumnArray* columns : {&keys, &values}) {
@@ -70,8 +66,5 @@ bool NetworkKovaRequest::mapKovaColumn(std::vector<int>& positions) const {
 }
 
 bool NetworkKovaRequest::isDynamic() const {
-  for (const TavColumn& key : keys) {
-    if (!key.getEntities().empty()) return false;
-  }
-  return true;
+  return std::all_of(keys.begin(), keys.end(), [](const TavColumn& key) { return key.getEntities().empty(); });
 }

@@ -93,11 +93,8 @@ bool checkKeys(const TavColumnArray& keys, Keys& found, std::string& error, Culp
 // The first column option that narrows the traffic a value column counts
 // (kColumnOptions order); the URL mode only shapes what is shown.
 std::size_t restrictingOption(const TavColumnFilter& filter) {
-  const int fields[] = {filter.getDirection(), filter.getEncryptionMode(), filter.getCompressionMode(),
-                        filter.getCitrixPrintMode()};
-  std::size_t o = 0;
-  while (o < sizeof fields / sizeof fields[0] && fields[o] == lytFilterParser::detail::kColumnOptions[o].unrestricted)
-    ++o;
+  int o = 0;
+  while (o < TavColumnFilter::URL_MODE && filter.option(TavColumnFilter::Option(o)) == TavColumnFilter::BOTH) ++o;
   return o;
 }
 
@@ -222,11 +219,9 @@ bool Validator::isValid(NetworkKovaRequest& request, TavVersion version, std::st
         !checkValues(values, sessions, concurrent, error, blame) ||
         !checkView(found, keys, values.size(), request.sortType, request.sortIndex, error, blame) ||
         (request.maxUpdates > kMaxUpdatesLimit && (blame(Blame::MaxUpdates), !refuse(error, "Invalid maxUpdates"))) ||
-        !checkCombinations(found, keys, values, sessions, concurrent, error, blame)) {
-      return false;
-    }
-    if (version >= TAV_VERSION_UNSUPPORTED && version <= TAV_VERSION_LEGACY_2 &&
-        !checkLegacy(keys, values, error, blame)) {
+        !checkCombinations(found, keys, values, sessions, concurrent, error, blame) ||
+        (version >= TAV_VERSION_UNSUPPORTED && version <= TAV_VERSION_LEGACY_2 &&
+         !checkLegacy(keys, values, error, blame))) {
       return false;
     }
   }

@@ -127,14 +127,11 @@ void write(Writer& out, const Filter& filter) {
 
 // The options that restrict anything, each followed by a blank.
 void write(Writer& out, const TavColumnFilter& filter) {
-  const int values[COLUMN_OPTION_COUNT] = {filter.getDirection(), filter.getEncryptionMode(),
-                                           filter.getCompressionMode(), filter.getCitrixPrintMode(),
-                                           filter.getUrlMode()};
-  const Rows<ColumnOption> options = kColumnOptions;
-  for (std::size_t o = 0; o < options.size(); ++o) {
-    if (values[o] == options[o].unrestricted) continue;
-    const std::string_view word = wordOf<int>(options[o].values, values[o]);
-    if (!word.empty()) out << options[o].name << word << ' ';
+  for (int o = 0; o < COLUMN_OPTION_COUNT; ++o) {
+    const int value = filter.option(TavColumnFilter::Option(o));
+    if (value == kColumnOptions[o].unrestricted) continue;
+    const std::string_view word = wordOf<int>(kColumnOptions[o].values, value);
+    if (!word.empty()) out << kColumnOptions[o].name << word << ' ';
   }
 }
 
@@ -180,27 +177,21 @@ std::size_t entityTextSize(const TavEntityArray& entities) {
   return size;
 }
 
-// An upper estimate of the filter tree's text, so that writing a large
-// request fills one buffer instead of regrowing it.
-std::size_t filterTextSize(const Filter& filter) {
-  std::size_t size = 16;
+// An upper estimate of the request's text, so that writing a large request
+// fills one buffer instead of regrowing it.
+std::size_t requestTextSize(const NetworkKovaRequest& request) {
+  std::size_t size = 80;
   const auto compound = [&size](const Filter&) {
     size += 16;
     return true;
   };
   walkFilter(
-      filter, compound, [](const Filter&) { return true; },
+      request.getFilter(), compound, [](const Filter&) { return true; },
       [&size](const AbstractFilter& node) {
-        const ContentFilter* content =
-            isExactly<ContentFilter>(node) ? static_cast<const ContentFilter*>(&node) : nullptr;
-        size += content != nullptr ? 32 + entityTextSize(content->getEntities()) : 64;
+        const bool content = isExactly<ContentFilter>(node);
+        size += content ? 32 + entityTextSize(static_cast<const ContentFilter&>(node).getEntities()) : 64;
         return true;
       });
-  return size;
-}
-
-std::size_t requestTextSize(const NetworkKovaRequest& request) {
-  std::size_t size = 64 + filterTextSize(request.getFilter());
   for (const TavColumnArray* columns : {&request.getKeys(), &request.getValues()}) {
     for (const TavColumn& column : *columns) size += 96 + entityTextSize(column.getEntities());
   }
@@ -231,62 +222,43 @@ void writeLegacyAtom(Writer& out, const AtomFilter& atom) {
 }
 
 // "-filter [ and [" with the root's atoms (nested compound filters are not
-// written), then "]] ".
-void writeLegacyFilter(Writer& out, const Filter& filter) {
+// written) and "]] ", "-a i" when the request pairs a key with a
+// connection-id key (else "-a a"), "-y LETTER" for the first value column
+// when a letter describes it, "-g WORD" for the first key (the top form when
+// it has no entities) and its entities.
+std::string legacyText(const NetworkKovaRequest& request) {
+  const TavColumnArray& keys = request.getKeys();
+  const TavColumnArray& values = request.getValues();
+  Writer out(128);
   out << legacyOptionWord(LEGACY_FILTER) << ' ' << kOpenBracket << ' ' << operatorWord(FILTER_AND) << ' '
       << kOpenBracket;
-  for (const std::unique_ptr<AbstractFilter>& child : filter.getChildren()) {
+  for (const std::unique_ptr<AbstractFilter>& child : request.getFilter().getChildren()) {
     if (child->getIsAtom() == 0) continue;
     if (const AtomFilter* atom = dynamic_cast<const AtomFilter*>(child.get())) writeLegacyAtom(out, *atom);
   }
   out << kCloseBracket << kCloseBracket << ' ';
-}
-
-// "-a i" when the request pairs a key with a connection-id key, else "-a a".
-void writeLegacyAggregate(Writer& out, const TavColumnArray& keys) {
   const bool connIdPair =
       keys.size() == 2 && (keys[0].getValueType() == TAV_CONNID || keys[1].getValueType() == TAV_CONNID);
-  out << legacyOptionWord(LEGACY_AGGREGATE) << ' ';
-  for (const Word<int>& letter : kLegacyAggregates) {
-    if ((letter.code == TAV_CONNID) == connIdPair) {
-      out << letter.text << ' ';
-      return;
-    }
-  }
-}
-
-// "-y LETTER" for the first value column, when a letter describes it.
-void writeLegacyValue(Writer& out, const TavColumnArray& values) {
-  if (values.empty()) return;
-  const LegacyValue* letter = legacyValueWritten(values[0].getValueType(), values[0].getAccType());
+  out << legacyOptionWord(LEGACY_AGGREGATE) << ' ' << wordOf<int>(kLegacyAggregates, connIdPair ? TAV_CONNID : -1)
+      << ' ';
+  const LegacyValue* letter =
+      values.empty() ? nullptr : legacyValueWritten(values[0].getValueType(), values[0].getAccType());
   if (letter != nullptr) out << legacyOptionWord(LEGACY_VALUE) << ' ' << letter->letter << ' ';
-}
-
-// "-g WORD" for the first key (the top form when it has no entities), then its entities.
-void writeLegacyGroup(Writer& out, const TavColumnArray& keys) {
-  if (keys.empty()) return;
-  const TavColumn& key = keys[0];
-  const std::string_view group = legacyGroupWord(key.getValueType(), key.getEntities().empty());
+  if (keys.empty()) return out.finish();
+  const std::string_view group = legacyGroupWord(keys[0].getValueType(), keys[0].getEntities().empty());
   if (!group.empty()) out << legacyOptionWord(LEGACY_GROUP) << ' ' << group << ' ';
-  write(out, key.getEntities());
-}
-
-std::string legacyText(const NetworkKovaRequest& request) {
-  Writer out(128);
-  writeLegacyFilter(out, request.getFilter());
-  writeLegacyAggregate(out, request.getKeys());
-  writeLegacyValue(out, request.getValues());
-  writeLegacyGroup(out, request.getKeys());
+  write(out, keys[0].getEntities());
   return out.finish();
 }
 
 // What a request writes for a peer it has no text for.
 constexpr const char* kUnsupportedPeer = "4.1 and under is not supported";
 
+// `object` as `writeObject` writes it.
 template <class T>
-std::string text(const T& object) {
+std::string text(const T& object, void (*writeObject)(Writer&, const T&) = write) {
   Writer out;
-  write(out, object);
+  writeObject(out, object);
   return out.finish();
 }
 
@@ -343,11 +315,7 @@ std::string TavColumn::dumpAccumulationMode() const { return detail::wordAndBlan
 
 std::string TavColumnArray::dump() const { return text(*this); }
 
-std::string NetworkKovaRequest::dumpSort() const {
-  detail::Writer out;
-  detail::writeSort(out, *this);
-  return out.finish();
-}
+std::string NetworkKovaRequest::dumpSort() const { return text(*this, detail::writeSort); }
 
 std::string NetworkKovaRequest::dump() const {
   detail::Writer out(detail::requestTextSize(*this));

@@ -526,15 +526,13 @@ template <class Tokens>
 bool Reader::columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>& cur) {
   if (cur == tokens.end()) return refuse("Error: Expected end of line");
   const std::string_view token = *cur;
-  int* const fields[COLUMN_OPTION_COUNT] = {&filter.direction, &filter.encryptionMode, &filter.compressionMode,
-                                            &filter.citrixPrintMode, &filter.urlMode};
   for (std::size_t o = 0; o < COLUMN_OPTION_COUNT; ++o) {
     const ColumnOption& option = kColumnOptions[o];
     if (!containsOptionName(token, option.name)) continue;
     for (std::size_t v = 0; v < option.values.size(); ++v) {
       const Word<int>& value = option.values[v];
       if (token.find(value.text, option.valueFrom) != std::string_view::npos) {
-        *fields[o] = value.code;
+        filter.options[o] = value.code;
         if (recording<Tokens>) {
           record->words.push_back(RecordWord{spanAt(tokens, cur), Part::ColumnOption, static_cast<unsigned char>(o),
                                              static_cast<unsigned char>(v)});
@@ -712,9 +710,7 @@ void ContentFilterBase::parse(strList& tokens, strIter& cur) {
   parseEntities(tokens, cur);
 }
 
-Filter::Filter(strList& tokens, strIter& cur) : AbstractFilter(0), filterOperator(FILTER_AND) {
-  must(&Reader::compound<strList>, *this, tokens, cur);
-}
+Filter::Filter(strList& tokens, strIter& cur) : Filter() { parse(tokens, cur); }
 
 void Filter::parse(strList& tokens, strIter& cur) { must(&Reader::compound<strList>, *this, tokens, cur); }
 

@@ -10,6 +10,9 @@
 namespace lytFilterParser {
 namespace detail {
 
+// The query-interface type codes the allocation and the mapping keep a place for (0..39).
+constexpr int kTypeCodes = 40;
+
 LFP_HIDDEN std::mutex& columnAllocationMutex();
 // getNextOpenKovaCoulmn without taking the lock; the caller holds it.
 LFP_HIDDEN int nextOpenColumnLocked(QULET_VT type);

@@ -42,8 +42,6 @@ static_assert(networkArraySize == 28, "network catalogue has 28 rows");
 
 namespace {
 
-constexpr int kTypeCodes = 40;
-
 // The catalogue index of the column `name`, or -1.
 int columnIndex(const char* name) {
   for (int i = 0; i < networkArraySize; ++i) {
@@ -55,7 +53,7 @@ int columnIndex(const char* name) {
 struct Allocation {
   std::mutex mutex;
   const int firstGeneric = columnIndex("VAL32_1");
-  int next[kTypeCodes] = {};
+  int next[detail::kTypeCodes] = {};
 };
 
 Allocation& allocation() {
@@ -76,7 +74,7 @@ int nextOpenColumnLocked(QULET_VT type) {
     return -1;
   }
   const unsigned code = static_cast<unsigned>(type);
-  if (code >= static_cast<unsigned>(kTypeCodes)) return -1;
+  if (code >= static_cast<unsigned>(detail::kTypeCodes)) return -1;
   for (int i = state.next[code]; i < networkArraySize; ++i) {
     if (networkColumnArray[i].type == type) {
       state.next[code] = i + 1;

@@ -43,16 +43,6 @@ class Builder {
   std::deque<std::string> texts;  // elements do not move, so views of them stay valid
 };
 
-// A filter may test its type at every peer; older peers group and measure
-// by fewer types than the current one.
-unsigned valueTypePeers(const detail::ValueTypeRow& row) {
-  unsigned peers = 0;
-  if (row.places & detail::kInFilter) peers |= kAllPeers;
-  if (row.places & detail::kAsKey) peers |= row.places & detail::kLegacyKey ? kAllPeers : kCurrentPeer;
-  if (row.places & detail::kAsValue) peers |= row.places & detail::kLegacyValue ? kAllPeers : kCurrentPeer;
-  return peers;
-}
-
 // The table's first three place bits are the public ones.
 static_assert(unsigned{PLACE_FILTER} == detail::kInFilter && unsigned{PLACE_KEY} == detail::kAsKey &&
               unsigned{PLACE_VALUE} == detail::kAsValue);
@@ -71,7 +61,13 @@ void addCurrentSyntax(Builder& list) {
     list.add(option.text, WordKind::Option, -1, option.meaning, kAllPeers, true, true, optionPlace(option.code));
   }
   for (const detail::ValueTypeRow& row : detail::kValueTypes) {
-    list.add(row.keyword, WordKind::ValueType, row.type, row.meaning, valueTypePeers(row), true, row.written,
+    // A filter may test its type at every peer; older peers group and
+    // measure by fewer types than the current one.
+    unsigned peers = 0;
+    if (row.places & detail::kInFilter) peers |= kAllPeers;
+    if (row.places & detail::kAsKey) peers |= row.places & detail::kLegacyKey ? kAllPeers : kCurrentPeer;
+    if (row.places & detail::kAsValue) peers |= row.places & detail::kLegacyValue ? kAllPeers : kCurrentPeer;
+    list.add(row.keyword, WordKind::ValueType, row.type, row.meaning, peers, true, row.written,
              row.places & kPublicPlaces);
   }
   list.addAll(detail::kFilterOperators, WordKind::FilterOperator, kAllPeers);
@@ -137,19 +133,17 @@ void addLegacySyntax(Builder& list) {
   }
 }
 
-const Builder& built() {
+}  // namespace
+
+const std::vector<Word>& vocabulary() {
   static const Builder list = [] {
     Builder made;
     addCurrentSyntax(made);
     addLegacySyntax(made);
     return made;
   }();
-  return list;
+  return list.words;
 }
-
-}  // namespace
-
-const std::vector<Word>& vocabulary() { return built().words; }
 
 std::string_view wordKindName(WordKind kind) {
   switch (kind) {
