@@ -166,7 +166,7 @@ class Comparison {
     std::uint32_t index = side.index + 1;
     for (const std::unique_ptr<AbstractFilter>& child : childrenOf(*side.node)) {
       sides.push_back(lift(Side{child.get(), index}));
-      index = own && located && index < outline.nodes.size() ? outline.nextSibling(index) : index;
+      index = own && located && index < outline.nodes.size() ? outline.nodes[index].end : index;
     }
     return sides;
   }
@@ -385,7 +385,7 @@ std::vector<Diagnostic> compare(const LYTKovaRequest& request, const Reading& re
   if (const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request)) {
     Comparison(reading.record, located, peer, found).network(*network);
   } else if (const auto* link = dynamic_cast<const E2EKovaRequest*>(&request)) {
-    const bool placed = located && reading.request && reading.record.virtualLink;
+    const bool placed = located && reading.accepted && reading.record.virtualLink;
     Comparison(reading.record, placed, peer, found).virtualLink(*link);
   }
   return found.finish();
@@ -398,7 +398,7 @@ std::vector<Diagnostic> fidelity(const std::string& text, const LYTKovaRequest& 
   const auto* network = dynamic_cast<const NetworkKovaRequest*>(&request);
   detail::Reading reading;
   const bool located = network == nullptr || detail::recordFor(text, *network, reading);
-  if (network == nullptr) reading = detail::readText(text, true, detail::Keep::RequestAndRecord);
+  if (network == nullptr) reading = detail::readText(text, true, detail::Keep::Record);
   return detail::compare(request, reading, located, peer);
 }
 

@@ -82,19 +82,16 @@ bool printable(std::string_view text) {
 
 void lintInvisible(std::string_view text, Findings& found) {
   if (printable(text)) return;
-  for (std::size_t i = 0; i < text.size();) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
     const InvisibleCharacter first = invisibleAt(text, i);
-    if (first.length == 0) {
-      ++i;
-      continue;
-    }
+    if (first.length == 0) continue;
     std::size_t end = i + first.length;
     for (InvisibleCharacter next = invisibleAt(text, end); next.length > 0; next = invisibleAt(text, end))
       end += next.length;
     found.add(Code::InvisibleCharacter, Span{i, end - i},
               codePointText(first.codePoint) + " (" + std::string(characterName(first.codePoint)) + ") inside " +
                   quoted(wordAround(text, i)) + ": it is part of the word; only a blank separates words");
-    i = end;
+    i = end - 1;  // the loop steps past the run
   }
 }
 
@@ -158,19 +155,15 @@ void lintDirection(std::string_view item, std::size_t comma, Span at, Findings& 
     found.add(Code::WordMisread, at, quoted(item) + " has no direction after the comma: the whole word is the name");
     return;
   }
+  // A direction word in any case reads as itself; any other word by its first letter.
   const std::string_view suffix = item.substr(comma + 1);
-  for (const Word<int>& direction : kDirections) {
-    const bool same = suffix.size() == direction.text.size() &&
-                      std::equal(suffix.begin(), suffix.end(), direction.text.begin(), [](char a, char b) {
-                        return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
-                      });
-    if (same) return;
-  }
   const TavFilterDirType direction = itemDirection(suffix);
+  const std::string_view read = wordOf<int>(kDirections, direction);
+  const auto same = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b; };
+  if (suffix.size() == read.size() && std::equal(suffix.begin(), suffix.end(), read.begin(), same)) return;
   const std::string shown =
       std::string(item.substr(0, comma)) +
-      (direction == TAV_DIR_BOTH ? std::string(" (both directions)")
-                                 : kDirectionSeparator + std::string(wordOf<int>(kDirections, direction)));
+      (direction == TAV_DIR_BOTH ? std::string(" (both directions)") : kDirectionSeparator + std::string(read));
   found.add(Code::WordMisread, at, quoted(item) + " is read as " + shown + ", by the first letter of its direction");
 }
 
@@ -349,12 +342,10 @@ void lintConjunction(const Record& outline, std::uint32_t n, Findings& found) {
 
 void lintFilter(const Record& outline, Marks marks, Findings& found) {
   lintFilterOptions(outline, found);
-  if (outline.nodes[0].childCount == 0) {
-    for (const FilterOption& option : outline.filterOptions) {
-      if (option.op.length > 0) {
-        found.add(Code::OperatorIgnored, option.whole,
-                  quoted(outline.textOf(option.op)) + " has no filter in it and is ignored");
-      }
+  for (const FilterOption& option : outline.filterOptions) {
+    if (outline.nodes[0].childCount == 0 && option.op.length > 0) {
+      found.add(Code::OperatorIgnored, option.whole,
+                quoted(outline.textOf(option.op)) + " has no filter in it and is ignored");
     }
   }
   const FilterNode* const nodes = outline.nodes.begin();

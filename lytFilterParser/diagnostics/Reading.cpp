@@ -23,9 +23,9 @@ bool columnsMatch(const Record& record, const RecordColumns& columns, const TavC
 }  // namespace
 
 bool recordFor(std::string_view text, const NetworkKovaRequest& request, Reading& reading) {
-  reading = readText(text, true, Keep::RequestAndRecord);
+  reading = readText(text, true, Keep::Record);
   const Record& record = reading.record;
-  if (!reading.request || record.virtualLink || record.nodes.empty() ||
+  if (!reading.accepted || record.virtualLink || record.nodes.empty() ||
       !columnsMatch(record, record.keys, request.getKeys()) ||
       !columnsMatch(record, record.values, request.getValues())) {
     return false;

@@ -34,7 +34,7 @@ Span blamedPlace(const Record& record, const Blame& blame);
 constexpr std::size_t kLastWord = static_cast<std::size_t>(-1);
 Span columnWord(const Record& outline, const RecordColumn& column, Part part, std::size_t nth, std::size_t option);
 
-// Reads `text` with its record; true when `request` is what the reader
+// Reads `text` for its record alone; true when `request` is what the reader
 // makes of it (the same filter tree shape, columns and name counts), so
 // that the record's places are the request's.
 bool recordFor(std::string_view text, const NetworkKovaRequest& request, Reading& reading);

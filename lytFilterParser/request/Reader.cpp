@@ -653,13 +653,10 @@ void Reader::read(Reading& reading, bool virtualLinks) {
 Reading readText(std::string_view text, bool virtualLinks, Keep keep) {
   Reading reading;
   reading.record.text = text;
-  if (keep == Keep::Record) {
-    Reader().read<ScannedTextTokens>(reading, virtualLinks);
-  } else if (keep == Keep::RequestAndRecord) {
-    Reader().read<RecordedTextTokens>(reading, virtualLinks);
-  } else {
-    Reader().read<TextTokens>(reading, virtualLinks);
-  }
+  // By Keep: the tokens the reader builds and records over.
+  constexpr void (Reader::*kReads[])(Reading&, bool) = {&Reader::read<TextTokens>, &Reader::read<RecordedTextTokens>,
+                                                        &Reader::read<ScannedTextTokens>};
+  (Reader().*kReads[static_cast<unsigned>(keep)])(reading, virtualLinks);
   return reading;
 }
 

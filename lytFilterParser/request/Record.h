@@ -53,7 +53,9 @@ struct FilterNode {
   std::uint32_t firstWord = 0;  // an atom's names: words[firstWord, firstWord + wordCount)
   std::uint32_t wordCount = 0;
   std::uint32_t childCount = 0;
-  std::uint32_t end = 0;  // the index after its last descendant
+  // The index after its last descendant: a compound's first child is the
+  // node after it, and the next sibling of a child is its `end`.
+  std::uint32_t end = 0;
 };
 
 // A "-f" option of the request itself; the options after the first add to the root.
@@ -105,8 +107,6 @@ struct Record {
 
   // The reader's spans lie inside the text.
   std::string_view textOf(Span span) const { return std::string_view(text.data() + span.start, span.length); }
-  // The first child of compound node `node` is node + 1; the next sibling of `child` is nodes[child].end.
-  std::uint32_t nextSibling(std::uint32_t child) const { return nodes[child].end; }
 };
 
 // A text read as the entry points read it, with what the reader recorded.
