@@ -9,8 +9,8 @@ static_assert(int{TavColumnFilter::URL_MODE} == lytFilterParser::detail::COLUMN_
               int{TavColumnFilter::OPTION_COUNT} == lytFilterParser::detail::COLUMN_OPTION_COUNT);
 
 TavColumnFilter::TavColumnFilter(int encryption, int compression, int dir, int citrixPrint, int url)
-    : options{dir, encryption, compression, citrixPrint, url} {}
+    : options{encryption, compression, dir, citrixPrint, url} {}
 
 bool TavColumnFilter::restrictsTraffic() const {
-  return std::any_of(options, options + URL_MODE, [](int value) { return value != BOTH; });
+  return std::any_of(options, options + kSlot[URL_MODE], [](int value) { return value != BOTH; });
 }

@@ -33,12 +33,12 @@ class LFP_API TavColumnFilter {
   // The options in the order they are written: direction, encryption,
   // compression, citrix print, url mode.
   enum Option { DIRECTION, ENCRYPTION, COMPRESSION, CITRIX_PRINT, URL_MODE, OPTION_COUNT };
-  int option(Option o) const { return options[o]; }
-  int getEncryptionMode() const { return options[ENCRYPTION]; }
-  int getCompressionMode() const { return options[COMPRESSION]; }
-  int getDirection() const { return options[DIRECTION]; }
-  int getCitrixPrintMode() const { return options[CITRIX_PRINT]; }
-  int getUrlMode() const { return options[URL_MODE]; }
+  int option(Option o) const { return options[kSlot[o]]; }
+  int getEncryptionMode() const { return option(ENCRYPTION); }
+  int getCompressionMode() const { return option(COMPRESSION); }
+  int getDirection() const { return option(DIRECTION); }
+  int getCitrixPrintMode() const { return option(CITRIX_PRINT); }
+  int getUrlMode() const { return option(URL_MODE); }
   // True when any of encryption, compression, direction or citrix-print
   // differs from "both".
   bool restrictsTraffic() const;
@@ -46,6 +46,10 @@ class LFP_API TavColumnFilter {
  private:
   friend struct lytFilterParser::detail::Reader;
 
+  // Where each option is stored: encryption, compression, direction, citrix
+  // print, url mode, the layout of the class's five fields before, which
+  // programs built with the earlier header read through the inline getters.
+  static constexpr unsigned char kSlot[OPTION_COUNT] = {2, 0, 1, 3, 4};
   int options[OPTION_COUNT] = {BOTH, BOTH, BOTH, BOTH, URL_FULL};
 };
 

@@ -532,7 +532,7 @@ bool Reader::columnFilter(TavColumnFilter& filter, Tokens& tokens, Iter<Tokens>&
     for (std::size_t v = 0; v < option.values.size(); ++v) {
       const Word<int>& value = option.values[v];
       if (token.find(value.text, option.valueFrom) != std::string_view::npos) {
-        filter.options[o] = value.code;
+        filter.options[TavColumnFilter::kSlot[o]] = value.code;
         if (recording<Tokens>) {
           record->words.push_back(RecordWord{spanAt(tokens, cur), Part::ColumnOption, static_cast<unsigned char>(o),
                                              static_cast<unsigned char>(v)});
