@@ -1,7 +1,9 @@
 // Per-column options: reading one name=value token, writing in fixed order.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
+#include <vector>
 
 #include "tests/support/TestSupport.h"
 
@@ -59,6 +61,26 @@ TEST(TavColumnFilterTest, ReadFaultsKeepCursorAndCodes) {
   strIter end = empty.end();
   EXPECT_EQ("Error: Expected end of line", thrownMessage([&] { filter.parse(empty, end); }));
   EXPECT_EQ("", TavColumnFilter(7, -1, 3, 9, 6).dump());  // codes out of range write nothing
+}
+
+}  // namespace
+
+namespace {
+
+// Programs built with an earlier header read the options through the inline
+// getters at the places of the former fields: encryption, compression,
+// direction, citrix print, url mode, five ints in that order.
+TEST(TavColumnFilterTest, TheOptionsStayWhereTheFormerFieldsStood) {
+  static_assert(sizeof(TavColumnFilter) == 5 * sizeof(int), "five ints, no more");
+  const int given[5] = {TavColumnFilter::YES, TavColumnFilter::NO, TavColumnFilter::BOTH, TavColumnFilter::YES,
+                        TavColumnFilter::URL_SCHEME_HOST};
+  const TavColumnFilter filter(given[0], given[1], given[2], given[3], given[4]);
+  int stored[5];
+  std::memcpy(stored, &filter, sizeof stored);
+  EXPECT_EQ(std::vector<int>(stored, stored + 5), std::vector<int>(given, given + 5));
+  EXPECT_EQ(std::vector<int>({filter.getEncryptionMode(), filter.getCompressionMode(), filter.getDirection(),
+                              filter.getCitrixPrintMode(), filter.getUrlMode()}),
+            std::vector<int>(given, given + 5));
 }
 
 }  // namespace
