@@ -38,10 +38,11 @@ class Writer {
     return *this;
   }
   // Decimal, as "%d" writes it.
+  // Written in place: an int takes at most 11 characters.
   Writer& operator<<(int value) {
-    char digits[16];
-    const std::to_chars_result written = std::to_chars(digits, digits + sizeof digits, value);
-    return *this << std::string_view(digits, static_cast<std::size_t>(written.ptr - digits));
+    if (end - pos < 11) grow(11);
+    pos = std::to_chars(pos, end, value).ptr;
+    return *this;
   }
 
   // The text written so far; the writer is spent.
