@@ -198,20 +198,20 @@ typedef TokenSequence<WordSource> WordTokens;
 // A text read in place by a reader that records what it reads
 // (Reader::record): the same tokens, of a type of their own, so that the
 // readers of every other sequence compile the recording away.
-class RecordedTextTokens : public TextTokens {
+template <int>
+class MarkedTextTokens : public TextTokens {
  public:
-  explicit RecordedTextTokens(std::string_view text) : TextTokens(text) {}
+  using TextTokens::TextTokens;
 };
+typedef MarkedTextTokens<1> RecordedTextTokens;
 
 // The same, read only for the record (lint): the rules refuse the same
 // texts but build no request, which lint would only destroy again.
-class ScannedTextTokens : public RecordedTextTokens {
- public:
-  explicit ScannedTextTokens(std::string_view text) : RecordedTextTokens(text) {}
-};
+typedef MarkedTextTokens<2> ScannedTextTokens;
 
 template <class Tokens>
-constexpr bool recording = std::is_base_of<RecordedTextTokens, Tokens>::value;
+constexpr bool recording =
+    std::is_same<Tokens, RecordedTextTokens>::value || std::is_same<Tokens, ScannedTextTokens>::value;
 template <class Tokens>
 constexpr bool building = !std::is_same<Tokens, ScannedTextTokens>::value;
 

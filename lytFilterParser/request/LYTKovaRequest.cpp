@@ -1,5 +1,6 @@
 #include "lytFilterParser/request/LYTKovaRequest.h"
 
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -17,9 +18,12 @@ LYTKovaRequest* LYTKovaRequest::getLYTKovaRequest(const std::string& text, std::
   // Read in place: no token list is built, the text is only looked at. The
   // reader reports a fault by its result, so a refused request throws
   // nothing here.
-  lytFilterParser::detail::Reading reading = lytFilterParser::detail::readText(text, true);
-  if (!reading.fault.empty()) error = std::move(reading.fault);
-  return reading.request.release();
+  lytFilterParser::detail::TextTokens tokens(text);
+  auto cur = tokens.begin();
+  lytFilterParser::detail::Reader reader;
+  std::unique_ptr<LYTKovaRequest> request = reader.whole(tokens, cur, true);
+  if (!reader.fault.empty()) error = std::move(reader.fault);
+  return request.release();
 }
 
 std::string LYTKovaRequest::convert(const std::string& text, TavVersion version, std::string& error) {

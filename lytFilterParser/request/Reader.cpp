@@ -66,6 +66,16 @@ constexpr WordKinds kFilterHead = kindBit(WordKind::ValueType) | kindBit(WordKin
 // Ends a run of entities or interface items.
 bool endsItems(std::string_view token) { return firstChar(token) == '-' || isChar(token, kCloseBracket); }
 
+std::uint32_t countOf(std::size_t size) { return static_cast<std::uint32_t>(size); }
+
+// Runs `rule` on `target` with a reader of its own and throws the reader's
+// fault through Assert when the rule refuses: the public parsing members.
+template <class Target, class... Params, class... Args>
+void must(bool (Reader::*rule)(Target&, strList&, Params...), Target& target, strList& tokens, Args&&... args) {
+  Reader reader;
+  if (!(reader.*rule)(target, tokens, std::forward<Args>(args)...)) fail(std::move(reader.fault));
+}
+
 }  // namespace
 
 bool Reader::refuse(std::string_view message, WordKinds expected) {
@@ -82,27 +92,9 @@ bool Reader::refuse(std::string_view head, std::string_view token, WordKinds exp
   return false;
 }
 
-namespace {
-
-// Runs `rule` on `target` with a reader of its own and throws the reader's
-// fault through Assert when the rule refuses: the public parsing members.
-template <class Target, class... Params, class... Args>
-void must(bool (Reader::*rule)(Target&, strList&, Params...), Target& target, strList& tokens, Args&&... args) {
-  Reader reader;
-  if (!(reader.*rule)(target, tokens, std::forward<Args>(args)...)) fail(std::move(reader.fault));
-}
-
-}  // namespace
-
 // ---------------------------------------------------------------------------
 // the record
 // ---------------------------------------------------------------------------
-
-namespace {
-
-std::uint32_t countOf(std::size_t size) { return static_cast<std::uint32_t>(size); }
-
-}  // namespace
 
 std::uint32_t Reader::addNode(std::uint32_t parent, bool compound, Span option, Span head) {
   ++record->nodes[parent].childCount;
@@ -619,35 +611,36 @@ bool Reader::dataType(E2EKovaRequest& request, Tokens& tokens, Iter<Tokens>& cur
 }
 
 // The entry points read the text in place.
-template bool Reader::request<TextTokens>(NetworkKovaRequest&, TextTokens&, TextTokens::iterator&);
+template std::unique_ptr<LYTKovaRequest> Reader::whole<TextTokens>(TextTokens&, TextTokens::iterator&, bool);
 template bool Reader::legacyRequest<TextTokens>(NetworkKovaRequest&, TextTokens&, TavVersion);
-template bool Reader::virtualLink<TextTokens>(E2EKovaRequest&, TextTokens&, TextTokens::iterator&);
 // The diagnostics read a legacy line's translation themselves, to know where a fault stands.
 template bool Reader::request<WordTokens>(NetworkKovaRequest&, WordTokens&, WordTokens::iterator&);
+
+template <class Tokens>
+std::unique_ptr<LYTKovaRequest> Reader::whole(Tokens& tokens, Iter<Tokens>& cur, bool virtualLinks) {
+  if (cur == tokens.end()) return nullptr;
+  if (virtualLinks && *cur == kVirtualLinkWord) {
+    if (record != nullptr) record->virtualLink = true;
+    ++cur;
+    std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
+    if (virtualLink(*request, tokens, cur)) return request;
+  } else {
+    std::unique_ptr<NetworkKovaRequest> request(new NetworkKovaRequest());
+    if (Reader::request(*request, tokens, cur)) return request;
+  }
+  return nullptr;
+}
 
 template <class Tokens>
 void Reader::read(Reading& reading, bool virtualLinks) {
   Tokens tokens(reading.record.text);
   Iter<Tokens> cur = tokens.begin();
-  if (cur == tokens.end()) return;
   record = &reading.record;
-  bool read = false;
-  if (virtualLinks && *cur == kVirtualLinkWord) {
-    reading.record.virtualLink = true;
-    ++cur;
-    std::unique_ptr<E2EKovaRequest> request(new E2EKovaRequest(std::string(), E2E_DATA_WIRE));
-    read = virtualLink(*request, tokens, cur);
-    reading.request = std::move(request);
-  } else {
-    std::unique_ptr<NetworkKovaRequest> request(new NetworkKovaRequest());
-    read = Reader::request(*request, tokens, cur);
-    reading.request = std::move(request);
-  }
-  reading.accepted = read;
-  if (!read || !building<Tokens>) reading.request.reset();
-  if (read) return;
+  std::unique_ptr<LYTKovaRequest> request = whole(tokens, cur, virtualLinks);
+  reading.accepted = request != nullptr;
+  if (building<Tokens>) reading.request = std::move(request);
   reading.fault = std::move(fault);
-  reading.at = tokens.span(cur);
+  if (!reading.fault.empty()) reading.at = tokens.span(cur);
 }
 
 Reading readText(std::string_view text, bool virtualLinks, Keep keep) {

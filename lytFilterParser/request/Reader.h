@@ -52,6 +52,10 @@ struct Reader {
   // other sequence record nothing and test nothing for it.
   Record* record = nullptr;
 
+  // A whole text: the request, or null after a fault and for a text
+  // without a word. "vl" first makes an end-to-end request when `virtualLinks`.
+  template <class Tokens>
+  std::unique_ptr<LYTKovaRequest> whole(Tokens& tokens, Iter<Tokens>& cur, bool virtualLinks);
   // The record's text as readText reads it: the request, or the fault and where.
   template <class Tokens>
   void read(Reading& reading, bool virtualLinks);
