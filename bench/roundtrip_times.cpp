@@ -4,7 +4,9 @@
 // JavaScript), and prints one JSON object per case: {"name", "kind", "text",
 // "ns"}, ns the fastest batch's time per round trip. With case names as
 // arguments, only those; with --list, no times (ns 0); with --typical, only
-// the typical requests; with --lint, also "lintNs", the time of lint.
+// the typical requests; with --lint, also "lintNs", the time of lint; with
+// --read, also "readNs", the time of reading alone (getLYTKovaRequest and
+// delete), which old and new libraries are compared on.
 #include <chrono>
 #include <cstdio>
 #include <memory>
@@ -22,6 +24,12 @@ void roundTrip(const std::string& text) {
   std::string error;
   std::unique_ptr<LYTKovaRequest> request(LYTKovaRequest::getLYTKovaRequest(text, error));
   sink = request->dump().size();
+}
+
+void read(const std::string& text) {
+  std::string error;
+  std::unique_ptr<LYTKovaRequest> request(LYTKovaRequest::getLYTKovaRequest(text, error));
+  sink = error.size();
 }
 
 // Nanoseconds per call of `work`: the fastest of 9 batches of at least 20 ms.
@@ -65,6 +73,7 @@ int main(int argc, char** argv) {
   const bool list = flag("--list");
   const bool typical = flag("--typical");
   const bool lint = flag("--lint");
+  const bool reading = flag("--read");
   for (const bench::TextCase& c : bench::buildCorpus()) {
     if (!measured(c.kind) || (typical && c.kind != bench::CaseKind::Typical)) continue;
     if (!list && !names.empty() && names.count(c.name) == 0) continue;
@@ -73,6 +82,7 @@ int main(int argc, char** argv) {
                 list ? 0.0 : timeNs([&] { roundTrip(c.text); }));
     if (lint)
       std::printf(", \"lintNs\": %.1f", list ? 0.0 : timeNs([&] { sink = lytFilterParser::lint(c.text).size(); }));
+    if (reading) std::printf(", \"readNs\": %.1f", list ? 0.0 : timeNs([&] { read(c.text); }));
     std::printf("}\n");
     std::fflush(stdout);
   }

